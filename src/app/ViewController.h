@@ -1,0 +1,60 @@
+#pragma once
+
+#include "library/SelectionSummary.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+
+class ArrayController;
+class FieldEditor;
+class FileLoader;
+class FilePanels;
+
+/// The controller of the main window: every command is an operation here, forwarded to the class that does it.
+/// Knows no widget; it speaks to the views by signals.
+class ViewController : public QObject {
+    Q_OBJECT
+
+public:
+    ViewController(ArrayController& list, FileLoader& loader, FieldEditor& editor, FilePanels& panels);
+
+    /// Lets the user choose audio files and adds them.
+    void openDocument();
+    /// Lets the user choose a folder and adds the audio files below it.
+    void openFolder();
+    /// Adds a file, or every audio file below a folder. @return true when every file found was added.
+    bool openPath(const QString& path);
+    /// Removes the selected rows from the list and selects the row that took their place. No file is touched.
+    void removeDocuments();
+    /// Empties the list of the shown records, as the window goes away.
+    void viewDidDisappear();
+
+    void selectAll();
+    void deselectAll();
+    /// Selects the single row above (-1) or below (1) the selected one; stays where there is none.
+    void moveSelection(int step);
+
+    /// Writes one edited field into every selected file (see FieldEditor).
+    void applyEdit(const QString& key, const QString& value);
+    /// Ends an edit in progress, so that it is written.
+    void endEditing() { emit editingShouldEnd(); }
+    /// Fills the editor from the selection.
+    void updateFields();
+    SelectionSummary selectionSummary() const;
+
+signals:
+    /// The editor should show these values, and let them be edited unless the summary is empty.
+    void fieldsChanged(const SelectionSummary& summary);
+    /// The art well should show this picture; empty bytes for none.
+    void artChanged(const QByteArray& bytes);
+    void editingShouldEnd();
+
+private:
+    QByteArray commonArt(const SelectionSummary& summary) const;
+
+    ArrayController& list_;
+    FileLoader& loader_;
+    FieldEditor& editor_;
+    FilePanels& panels_;
+};

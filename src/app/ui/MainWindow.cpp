@@ -1,0 +1,234 @@
+#include "app/ui/MainWindow.h"
+
+#include "app/ViewController.h"
+#include "app/ui/EmptyListHint.h"
+#include "app/ui/Icons.h"
+#include "artwork/ui/AlbumArtView.h"
+#include "library/ArrayController.h"
+#include "library/ui/EditorPane.h"
+#include "library/ui/QuickLookTableView.h"
+#include "platform/UserDefaults.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace {
+
+constexpr QSize initialSize(1080, 680);
+constexpr int editorWidth = 320;
+constexpr int searchWidth = 240;
+
+} // namespace
+
+MainWindow::MainWindow(ViewController& controller, ArrayController& list, ListDrops& drops, UserDefaults& defaults)
+    : controller_(controller), list_(list), defaults_(defaults)
+{
+    setWindowTitle(tr("Sonvika"));
+    resize(initialSize);
+    buildCentre(drops);
+    buildActions();
+    buildMenus();
+    buildToolBar();
+    status_ = new QLabel(this);
+    statusBar()->addWidget(status_, 1);
+    connectController();
+    restoreLayout();
+    controller_.updateFields();
+    updateStatus();
+    table_->setFocus();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::bringToFront()
+{
+    if (isActiveWindow())
+        return;
+    if (isMinimized())
+        showNormal();
+    else
+        show();
+    raise();
+    activateWindow();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    controller_.endEditing();
+    storeLayout();
+    controller_.viewDidDisappear();
+    event->accept();
+}
+
+QAction* MainWindow::makeAction(const QString& text, const QKeySequence& shortcut, void (ViewController::*command)())
+{
+    auto* action = new QAction(text, this);
+    action->setShortcut(shortcut);
+    connect(action, &QAction::triggered, &controller_, command);
+    return action;
+}
+
+void MainWindow::buildActions()
+{
+    open_ = makeAction(tr("&Open…"), QKeySequence::Open, &ViewController::openDocument);
+    open_->setIcon(Icons::symbol(QStringLiteral("open")));
+    open_->setToolTip(tr("Add files to the list"));
+    openFolder_ =
+        makeAction(tr("Open &Folder…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), &ViewController::openFolder);
+    remove_ = makeAction(tr("&Remove from List"), QKeySequence::Delete, &ViewController::removeDocuments);
+    remove_->setIconText(tr("Remove"));
+    remove_->setIcon(Icons::symbol(QStringLiteral("remove")));
+    remove_->setToolTip(tr("Remove the selected files from the list; the files stay on disk"));
+    remove_->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    table_->addAction(remove_);
+    selectAll_ = makeAction(tr("Select &All"), QKeySequence::SelectAll, &ViewController::selectAll);
+    deselectAll_ =
+        makeAction(tr("&Deselect All"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A), &ViewController::deselectAll);
+    find_ = new QAction(tr("&Find"), this);
+    find_->setShortcut(QKeySequence::Find);
+    connect(find_, &QAction::triggered, this, &MainWindow::findInList);
+}
+
+void MainWindow::buildMenus()
+{
+    auto* file = menuBar()->addMenu(tr("&File"));
+    file->addActions({open_, openFolder_, remove_});
+    file->addSeparator();
+    auto* quit = file->addAction(tr("&Quit"), this, &QWidget::close);
+    quit->setShortcut(QKeySequence::Quit);
+    quit->setMenuRole(QAction::QuitRole);
+
+    auto* edit = menuBar()->addMenu(tr("&Edit"));
+    edit->addActions({selectAll_, deselectAll_});
+    edit->addSeparator();
+    edit->addAction(find_);
+
+    auto* view = menuBar()->addMenu(tr("&View"));
+    auto* columns = view->addMenu(tr("&Columns"));
+    connect(columns, &QMenu::aboutToShow, this, [this, columns] {
+        columns->clear();
+        table_->addColumnActions(*columns);
+    });
+    auto* notifications = view->addAction(tr("Show &Notifications"));
+    notifications->setCheckable(true);
+    connect(view, &QMenu::aboutToShow, this, [this, notifications] {
+        notifications->setChecked(defaults_.boolForKey(DefaultsKey::showNotifications));
+    });
+    connect(notifications, &QAction::triggered, this,
+            [this](bool on) { defaults_.setBool(DefaultsKey::showNotifications, on); });
+}
+
+void MainWindow::buildToolBar()
+{
+    auto* bar = addToolBar(tr("Toolbar"));
+    bar->setObjectName(QStringLiteral("toolbar"));
+    bar->setMovable(false);
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    bar->setIconSize({16, 16});
+    bar->addAction(open_);
+    bar->addAction(remove_);
+    auto* space = new QWidget(bar);
+    space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    bar->addWidget(space);
+
+    searchField_ = new QLineEdit(bar);
+    searchField_->setObjectName(QStringLiteral("searchField"));
+    searchField_->setPlaceholderText(tr("Search"));
+    searchField_->setAccessibleName(tr("Search"));
+    searchField_->setClearButtonEnabled(true);
+    searchField_->setFixedWidth(searchWidth);
+    searchField_->addAction(Icons::symbol(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    connect(searchField_, &QLineEdit::textChanged, &list_, &ArrayController::setFilterText);
+    bar->addWidget(searchField_);
+}
+
+void MainWindow::buildCentre(ListDrops& drops)
+{
+    table_ = new QuickLookTableView(list_, drops, this);
+    table_->setObjectName(QStringLiteral("table"));
+    auto* hint = new EmptyListHint;
+    connect(hint, &EmptyListHint::openWanted, &controller_, &ViewController::openDocument);
+    table_->setEmptyHint(hint);
+
+    art_ = new AlbumArtView;
+    editor_ = new EditorPane;
+    editor_->setHeader(art_);
+    auto* scroll = new QScrollArea(this);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setWidgetResizable(true);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setWidget(editor_);
+    scroll->setMinimumWidth(editor_->minimumSizeHint().width());
+
+    splitter_ = new QSplitter(this);
+    splitter_->setChildrenCollapsible(false);
+    splitter_->addWidget(table_);
+    splitter_->addWidget(scroll);
+    splitter_->setStretchFactor(0, 1);
+    splitter_->setSizes({initialSize.width() - editorWidth, editorWidth});
+    setCentralWidget(splitter_);
+}
+
+void MainWindow::connectController()
+{
+    connect(&controller_, &ViewController::fieldsChanged, editor_, &EditorPane::showSummary);
+    connect(&controller_, &ViewController::artChanged, art_, &AlbumArtView::setArt);
+    connect(&controller_, &ViewController::editingShouldEnd, editor_, &EditorPane::endEditing);
+    connect(editor_, &EditorPane::edited, &controller_, &ViewController::applyEdit);
+    connect(editor_, &EditorPane::rowStepWanted, &controller_, &ViewController::moveSelection);
+    connect(table_, &QuickLookTableView::editWanted, editor_, &EditorPane::focusFirstField);
+    connect(&list_, &ArrayController::countChanged, this, &MainWindow::updateStatus);
+    connect(&list_.selection(), &ListSelection::changed, this, &MainWindow::updateStatus);
+}
+
+void MainWindow::updateStatus()
+{
+    const auto selected = list_.selection().rows().size();
+    const auto all = static_cast<int>(list_.content().size());
+    const int shown = list_.rowCount();
+    QString text = shown == all ? tr("%n file(s)", nullptr, all) : tr("%1 of %n file(s)", nullptr, all).arg(shown);
+    if (selected > 0)
+        text += tr(", %n selected", nullptr, static_cast<int>(selected));
+    status_->setText(all == 0 ? QString() : text);
+    updateActions();
+}
+
+void MainWindow::updateActions()
+{
+    const bool anySelected = list_.selection().hasSelection();
+    remove_->setEnabled(anySelected);
+    deselectAll_->setEnabled(anySelected);
+    selectAll_->setEnabled(list_.rowCount() > 0);
+    find_->setEnabled(!list_.content().empty());
+}
+
+void MainWindow::findInList()
+{
+    searchField_->setFocus(Qt::ShortcutFocusReason);
+    searchField_->selectAll();
+}
+
+void MainWindow::restoreLayout()
+{
+    restoreGeometry(defaults_.dataForKey(DefaultsKey::windowGeometry));
+    splitter_->restoreState(defaults_.dataForKey(DefaultsKey::splitterState));
+    table_->restoreHeaderState(defaults_.dataForKey(DefaultsKey::tableHeaderState));
+}
+
+void MainWindow::storeLayout()
+{
+    defaults_.setData(DefaultsKey::windowGeometry, saveGeometry());
+    defaults_.setData(DefaultsKey::splitterState, splitter_->saveState());
+    defaults_.setData(DefaultsKey::tableHeaderState, table_->headerState());
+    defaults_.synchronize();
+}

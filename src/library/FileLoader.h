@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+class ArrayController;
+class Notifier;
+class RecentDocuments;
+
+/// Adds files to the list. Every refusal is posted to the user; it stops only the file concerned.
+class FileLoader : public QObject {
+    Q_OBJECT
+
+public:
+    FileLoader(ArrayController& list, Notifier& notifier, RecentDocuments& recentDocuments);
+
+    /// Adds a file, or every audio file below a folder.
+    /// @return true when every file found under @p path was added; true also when there was none.
+    bool openPath(const QString& path);
+
+    /// Adds one file by its absolute path. A file whose path is contained in a listed path counts as open already.
+    /// @return true when it was added.
+    bool loadFile(const QString& path);
+
+signals:
+    /// The program should come to the front. Emitted once the event loop is reached again.
+    void activationWanted();
+    /// The main window should come to the front.
+    void frontWanted();
+
+private:
+    bool refuse(const QString& message);
+
+    ArrayController& list_;
+    Notifier& notifier_;
+    RecentDocuments& recentDocuments_;
+};

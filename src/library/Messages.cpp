@@ -1,0 +1,53 @@
+#include "library/Messages.h"
+
+#include "platform/Notifier.h"
+
+#include <QCoreApplication>
+
+namespace Messages {
+
+namespace {
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("Messages", text);
+}
+
+QString translated(const char* text, const QString& argument)
+{
+    return translated(text).replace(QLatin1String("%@"), argument);
+}
+
+} // namespace
+
+QString fileAlreadyOpen()
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "File already open"));
+}
+
+QString couldNotOpen(const QString& path)
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "Couldn't open file at path: %@"), path);
+}
+
+QString unsupportedFileType()
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "Unsupported file type"));
+}
+
+QString fileNotWritable()
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "File is not writable, please fix permissions"));
+}
+
+QString unableToUpdateTags(const QString& path)
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "Unable to update tags for: %@"), path);
+}
+
+void post(Notifier& notifier, const QString& body)
+{
+    notifier.postNotification(translated(QT_TRANSLATE_NOOP("Messages", "Sonvika")), body);
+}
+
+} // namespace Messages

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+class Notifier;
+
+/// What the user is told when something fails. Texts are looked up in the user's language.
+namespace Messages {
+
+QString fileAlreadyOpen();
+QString couldNotOpen(const QString& path);
+QString unsupportedFileType();
+QString fileNotWritable();
+QString unableToUpdateTags(const QString& path);
+
+/// Posts @p body under the program's name.
+void post(Notifier& notifier, const QString& body);
+
+} // namespace Messages

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "model/AudioFile.h"
+
+class Notifier;
+
+/// Writes changed tags into one file and tells the user when it can't.
+class TagWriter {
+public:
+    /// The permission bits given to a file that can't be written: owner read and write, others read.
+    static constexpr unsigned int repairedMode = 0644;
+
+    explicit TagWriter(Notifier& notifier);
+
+    /// Writes the keys of @p changes (an empty value clears) into the record's file. A file that is not writable is
+    /// made so first, if its owner is the user; that change of permissions stays. The record is not touched.
+    /// @return true when the file was written.
+    bool writeTags(const AudioFile& record, const PropertyMap& changes);
+
+private:
+    Notifier& notifier_;
+};

@@ -1,0 +1,167 @@
+#include "library/ui/EditorPane.h"
+
+#include "library/SelectionSummary.h"
+#include "library/ui/GenreBox.h"
+#include "library/ui/TagField.h"
+#include "model/NumberText.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QStyle>
+
+namespace {
+
+QString withoutMnemonic(QString label)
+{
+    return label.remove(QLatin1Char('&'));
+}
+
+/// The year as the field shows it: whole numbers only.
+QString shownYear(const SelectionSummary& summary)
+{
+    const QString year = summary.value(QStringLiteral("year"));
+    QStringView digits = year;
+    if (digits.startsWith(u'-') || digits.startsWith(u'+'))
+        digits = digits.sliced(1);
+    const bool isNumber = !digits.isEmpty() && std::all_of(digits.begin(), digits.end(), [](QChar c) {
+        return c >= u'0' && c <= u'9';
+    });
+    if (isNumber)
+        return year;
+    return year == NumberText::various ? NumberText::variousNumber : QString();
+}
+
+} // namespace
+
+EditorPane::EditorPane(QWidget* parent) : QWidget(parent), grid_(new QGridLayout), form_(new QWidget(this))
+{
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(form_);
+    column->addStretch(1);
+    form_->setLayout(grid_);
+    grid_->setContentsMargins(0, 0, 0, 0);
+    grid_->setColumnStretch(1, 1);
+
+    addField(QT_TR_NOOP("&Title"), "TITLE", "title");
+    addField(QT_TR_NOOP("&Artist"), "ARTIST", "artist");
+    addField(QT_TR_NOOP("A&lbum"), "ALBUM", "album");
+    addField(QT_TR_NOOP("Al&bum Artist"), "ALBUMARTIST", "albumArtist");
+    addField(QT_TR_NOOP("&Year"), "YEAR", "year");
+    addGenre();
+    addNumbers(QT_TR_NOOP("Trac&k"), "TRACKNUM", "TRACKTOTAL", "track");
+    addNumbers(QT_TR_NOOP("&Disc"), "DISCNUM", "DISCTOTAL", "disc");
+    addField(QT_TR_NOOP("&Comment"), "COMMENT", "comment");
+    addCompilation();
+    showSummary(SelectionSummary());
+}
+
+void EditorPane::setHeader(QWidget* header)
+{
+    auto* column = static_cast<QVBoxLayout*>(layout());
+    column->insertWidget(0, header);
+    column->insertSpacing(1, style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing));
+}
+
+void EditorPane::showSummary(const SelectionSummary& summary)
+{
+    for (auto* field : std::as_const(fields_)) {
+        const QString& name = field->summaryName();
+        const bool isYear = name == QLatin1String("year");
+        field->showValue(isYear ? shownYear(summary) : summary.value(name), summary.isMixed(name));
+    }
+    showCompilation(summary.value(QStringLiteral("compilation"), QStringLiteral("0")));
+    form_->setEnabled(!summary.isEmpty());
+}
+
+void EditorPane::endEditing()
+{
+    for (auto* field : std::as_const(fields_))
+        field->commit();
+}
+
+void EditorPane::focusFirstField()
+{
+    fields_.first()->setFocus(Qt::TabFocusReason);
+}
+
+TagField* EditorPane::addField(const char* label, const char* key, const char* summaryName)
+{
+    auto* field = makeField(key, summaryName, withoutMnemonic(tr(label)));
+    addRow(tr(label), field, field);
+    return field;
+}
+
+void EditorPane::addGenre()
+{
+    genre_ = new GenreBox(form_);
+    const QString label = tr("&Genre");
+    genre_->setAccessibleName(withoutMnemonic(label));
+    adopt(&genre_->field());
+    connect(genre_, &GenreBox::chosen, this, &EditorPane::edited);
+    addRow(label, genre_, genre_);
+}
+
+void EditorPane::addNumbers(const char* label, const char* key, const char* totalKey, const char* summaryPrefix)
+{
+    const QByteArray prefix(summaryPrefix);
+    const QString name = withoutMnemonic(tr(label));
+    auto* row = new QWidget(form_);
+    auto* number = makeField(key, (prefix + "Num").constData(), name);
+    auto* total = makeField(totalKey, (prefix + "Total").constData(), tr("%1 total").arg(name));
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(number, 1);
+    layout->addWidget(new QLabel(tr("of"), row));
+    layout->addWidget(total, 1);
+    addRow(tr(label), number, row);
+}
+
+void EditorPane::addCompilation()
+{
+    compilation_ = new QCheckBox(tr("C&ompilation"), form_);
+    connect(compilation_, &QCheckBox::clicked, this, [this] {
+        const auto state = compilation_->checkState();
+        emit edited(QStringLiteral("COMPILATION"),
+                    state == Qt::PartiallyChecked ? QStringLiteral("-1") : QString::number(state == Qt::Checked));
+    });
+    grid_->addWidget(compilation_, grid_->rowCount(), 1);
+}
+
+void EditorPane::addRow(const QString& label, QWidget* buddy, QWidget* contents)
+{
+    auto* text = new QLabel(label, form_);
+    text->setBuddy(buddy);
+    const int row = grid_->rowCount();
+    grid_->addWidget(text, row, 0, Qt::AlignRight | Qt::AlignVCenter);
+    grid_->addWidget(contents, row, 1);
+}
+
+TagField* EditorPane::makeField(const char* key, const char* summaryName, const QString& accessibleName)
+{
+    auto* field = new TagField(QLatin1String(key), QLatin1String(summaryName), form_);
+    field->setAccessibleName(accessibleName);
+    adopt(field);
+    return field;
+}
+
+void EditorPane::adopt(TagField* field)
+{
+    field->setObjectName(field->key());
+    fields_.append(field);
+    connect(field, &TagField::edited, this, &EditorPane::edited);
+    connect(field, &TagField::rowStepWanted, this, &EditorPane::rowStepWanted);
+}
+
+void EditorPane::showCompilation(const QString& value)
+{
+    compilation_->setTristate(false);
+    if (value == QLatin1String("0") || value == QLatin1String("1")) {
+        compilation_->setChecked(value == QLatin1String("1"));
+        return;
+    }
+    compilation_->setTristate(true);
+    compilation_->setCheckState(Qt::PartiallyChecked);
+}

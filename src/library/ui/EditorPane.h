@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QList>
+#include <QWidget>
+
+class AlbumArtView;
+class GenreBox;
+class QCheckBox;
+class QGridLayout;
+class SelectionSummary;
+class TagField;
+
+/// The fields beside the list: what the selected records have in common, and where it is edited.
+class EditorPane : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit EditorPane(QWidget* parent = nullptr);
+
+    /// Puts a widget (the art well) above the fields.
+    void setHeader(QWidget* header);
+
+    /// Fills every field; the fields are enabled unless the summary is that of an empty selection.
+    void showSummary(const SelectionSummary& summary);
+    /// Ends an edit in progress: it is emitted before this returns.
+    void endEditing();
+    /// Puts the keyboard focus into the first field.
+    void focusFirstField();
+
+signals:
+    void edited(const QString& key, const QString& value);
+    void rowStepWanted(int step);
+
+private:
+    TagField* addField(const char* label, const char* key, const char* summaryName);
+    void addGenre();
+    void addNumbers(const char* label, const char* key, const char* totalKey, const char* summaryPrefix);
+    void addCompilation();
+    void addRow(const QString& label, QWidget* buddy, QWidget* contents);
+    TagField* makeField(const char* key, const char* summaryName, const QString& accessibleName);
+    void adopt(TagField* field);
+    void showCompilation(const QString& value);
+
+    QGridLayout* grid_;
+    QList<TagField*> fields_;
+    GenreBox* genre_ = nullptr;
+    QCheckBox* compilation_ = nullptr;
+    QWidget* form_;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QComboBox>
+
+class TagField;
+
+/// The genre field: a tag field with the list of genres to choose from and completion while typing.
+class GenreBox : public QComboBox {
+    Q_OBJECT
+
+public:
+    explicit GenreBox(QWidget* parent = nullptr);
+
+    TagField& field() const { return *field_; }
+
+signals:
+    /// A genre was chosen from the list.
+    void chosen(const QString& key, const QString& text);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void complete(const QString& typed);
+    void applyChoice();
+
+    TagField* field_;
+    QString typedBefore_;
+};

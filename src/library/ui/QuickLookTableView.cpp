@@ -1,0 +1,268 @@
+#include "library/ui/QuickLookTableView.h"
+
+#include "library/ArrayController.h"
+#include "library/ListDrops.h"
+#include "library/RecordColumns.h"
+
+#include <QApplication>
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QHeaderView>
+#include <QMenu>
+#include <QPainter>
+#include <QScrollBar>
+#include <QTimer>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace {
+
+struct ColumnLayout {
+    int width;
+    bool shown;
+};
+
+constexpr std::array<ColumnLayout, RecordColumns::Count> defaultLayout{{
+    {190, true},
+    {190, true},
+    {150, true},
+    {150, true},
+    {150, false},
+    {56, true},
+    {56, false},
+    {60, true},
+    {110, false},
+    {160, false},
+    {90, false},
+}};
+
+constexpr double pointsPerInch = 72.0;
+constexpr int cellPadding = 4;
+
+} // namespace
+
+QuickLookTableView::QuickLookTableView(ArrayController& list, ListDrops& drops, QWidget* parent)
+    : QTableView(parent), list_(list), drops_(drops)
+{
+    setModel(&list);
+    setSelectionModel(&list.selection());
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setAlternatingRowColors(true);
+    setShowGrid(false);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    setTextElideMode(Qt::ElideRight);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setDragEnabled(true);
+    setAcceptDrops(true);
+    setDefaultDropAction(Qt::MoveAction);
+    setAccessibleName(tr("Files"));
+    setUpHeader();
+    updateRowHeight();
+    connect(&list, &ArrayController::sortCleared, this, &QuickLookTableView::clearSortMark);
+    connect(&list, &ArrayController::countChanged, this, &QuickLookTableView::updateEmptyHint);
+}
+
+void QuickLookTableView::setEmptyHint(QWidget* hint)
+{
+    emptyHint_ = hint;
+    hint->setParent(viewport());
+    updateEmptyHint();
+}
+
+QByteArray QuickLookTableView::headerState() const
+{
+    return horizontalHeader()->saveState();
+}
+
+void QuickLookTableView::restoreHeaderState(const QByteArray& state)
+{
+    // Without a stored state nothing changes.
+    horizontalHeader()->restoreState(state);
+}
+
+void QuickLookTableView::addColumnActions(QMenu& menu)
+{
+    for (int column = RecordColumns::FileName + 1; column < RecordColumns::Count; ++column) {
+        auto* action = menu.addAction(RecordColumns::heading(column));
+        action->setCheckable(true);
+        action->setChecked(!isColumnHidden(column));
+        connect(action, &QAction::toggled, this, [this, column](bool shown) { setColumnHidden(column, !shown); });
+    }
+}
+
+void QuickLookTableView::setUpHeader()
+{
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    auto* header = horizontalHeader();
+    header->setSectionsMovable(true);
+    header->setHighlightSections(false);
+    header->setStretchLastSection(false);
+    header->setSortIndicatorShown(true);
+    header->setSortIndicator(-1, Qt::AscendingOrder);
+    for (int column = 0; column < RecordColumns::Count; ++column) {
+        const auto& layout = defaultLayout[static_cast<std::size_t>(column)];
+        setColumnWidth(column, layout.width);
+        setColumnHidden(column, !layout.shown);
+    }
+    setSortingEnabled(true);
+    header->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(header, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
+        QMenu menu;
+        addColumnActions(menu);
+        menu.exec(horizontalHeader()->mapToGlobal(position));
+    });
+}
+
+void QuickLookTableView::updateRowHeight()
+{
+    const int specified = static_cast<int>(std::lround(rowHeightPoints * logicalDpiY() / pointsPerInch));
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setDefaultSectionSize(std::max(specified, fontMetrics().height() + cellPadding));
+}
+
+void QuickLookTableView::updateEmptyHint()
+{
+    if (!emptyHint_)
+        return;
+    emptyHint_->setVisible(list_.content().empty());
+    emptyHint_->setGeometry(viewport()->rect());
+}
+
+void QuickLookTableView::clearSortMark()
+{
+    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+}
+
+void QuickLookTableView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        emit editWanted();
+    else
+        QTableView::keyPressEvent(event);
+}
+
+void QuickLookTableView::startDrag(Qt::DropActions)
+{
+    const QList<int> rows = list_.selection().rows();
+    if (rows.isEmpty())
+        return;
+    QDrag drag(this);
+    drag.setMimeData(drops_.rowDragData(rows).release());
+    QRect firstRow = visualRect(list_.index(rows.first(), RecordColumns::FileName));
+    firstRow.setLeft(0);
+    if (viewport()->rect().intersects(firstRow))
+        drag.setPixmap(viewport()->grab(firstRow));
+    drag.exec(Qt::MoveAction);
+}
+
+int QuickLookTableView::gapAt(const QPoint& position) const
+{
+    const int row = rowAt(position.y());
+    if (row < 0)
+        return position.y() < 0 ? 0 : list_.rowCount();
+    const int middle = rowViewportPosition(row) + rowHeight(row) / 2;
+    return position.y() < middle ? row : row + 1;
+}
+
+void QuickLookTableView::answerDrag(QDropEvent* event)
+{
+    const bool own = event->source() == this;
+    switch (drops_.validateDrop(*event->mimeData(), own)) {
+    case ListDrops::Operation::None:
+        setDropMark(DropMark::None);
+        event->ignore();
+        return;
+    case ListDrops::Operation::Copy:
+        setDropMark(DropMark::WholeList);
+        event->setDropAction(Qt::CopyAction);
+        break;
+    case ListDrops::Operation::Move:
+        setDropMark(DropMark::Gap, gapAt(event->position().toPoint()));
+        event->setDropAction(Qt::MoveAction);
+        break;
+    }
+    event->accept();
+}
+
+void QuickLookTableView::dragEnterEvent(QDragEnterEvent* event)
+{
+    answerDrag(event);
+    // Later moves must reach the list even where the first position is refused.
+    if (event->mimeData()->hasUrls() || event->source() == this)
+        event->accept();
+}
+
+void QuickLookTableView::dragMoveEvent(QDragMoveEvent* event)
+{
+    // The base class scrolls near the edges; its own verdict does not count.
+    setState(DraggingState);
+    QAbstractItemView::dragMoveEvent(event);
+    answerDrag(event);
+}
+
+void QuickLookTableView::dragLeaveEvent(QDragLeaveEvent* event)
+{
+    setDropMark(DropMark::None);
+    QTableView::dragLeaveEvent(event);
+}
+
+void QuickLookTableView::dropEvent(QDropEvent* event)
+{
+    const bool own = event->source() == this;
+    const int gap = gapAt(event->position().toPoint());
+    answerDrag(event);
+    setDropMark(DropMark::None);
+    stopAutoScroll();
+    setState(NoState);
+    if (event->isAccepted())
+        drops_.acceptDrop(*event->mimeData(), own, gap);
+}
+
+void QuickLookTableView::setDropMark(DropMark mark, int gap)
+{
+    dropMark_ = mark;
+    dropGap_ = gap;
+    viewport()->update();
+}
+
+void QuickLookTableView::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    if (dropMark_ == DropMark::None)
+        return;
+    QPainter painter(viewport());
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QColor accent = palette().color(QPalette::Highlight);
+    painter.setPen(QPen(accent, 2));
+    if (dropMark_ == DropMark::WholeList) {
+        painter.drawRoundedRect(QRectF(viewport()->rect()).adjusted(2, 2, -2, -2), 4, 4);
+        return;
+    }
+    const int lastRow = list_.rowCount() - 1;
+    const int y =
+        dropGap_ <= lastRow ? rowViewportPosition(dropGap_) : rowViewportPosition(lastRow) + rowHeight(lastRow);
+    constexpr qreal radius = 3.5;
+    const QPointF knob(radius + 2, std::max(qreal(y), radius + 1));
+    painter.drawLine(QPointF(knob.x() + radius, knob.y()), QPointF(viewport()->width(), knob.y()));
+    painter.drawEllipse(knob, radius, radius);
+}
+
+void QuickLookTableView::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    updateEmptyHint();
+}
+
+void QuickLookTableView::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        updateRowHeight();
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QTableView>
+
+class ArrayController;
+class ListDrops;
+
+/// The table of open files: one row a record, whole rows selected, rows reordered by dragging, files dropped in.
+class QuickLookTableView : public QTableView {
+    Q_OBJECT
+
+public:
+    /// The height of a row at the screen's logical resolution.
+    static constexpr double rowHeightPoints = 17.0;
+
+    QuickLookTableView(ArrayController& list, ListDrops& drops, QWidget* parent = nullptr);
+
+    /// Shown in the middle of the empty table.
+    void setEmptyHint(QWidget* hint);
+
+    /// Widths, order, visibility and sorting of the columns.
+    QByteArray headerState() const;
+    void restoreHeaderState(const QByteArray& state);
+
+    /// One checkable entry for each column that may be hidden.
+    void addColumnActions(QMenu& menu);
+
+signals:
+    /// Return was pressed on the list.
+    void editWanted();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    enum class DropMark { None, Gap, WholeList };
+
+    void setUpHeader();
+    void updateRowHeight();
+    void updateEmptyHint();
+    void clearSortMark();
+    void setDropMark(DropMark mark, int gap = -1);
+    int gapAt(const QPoint& position) const;
+    void answerDrag(QDropEvent* event);
+
+    ArrayController& list_;
+    ListDrops& drops_;
+    QWidget* emptyHint_ = nullptr;
+    DropMark dropMark_ = DropMark::None;
+    int dropGap_ = -1;
+};

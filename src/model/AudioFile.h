@@ -1,0 +1,57 @@
+#pragma once
+
+#include "tagengine/PropertyMap.h"
+
+#include <QString>
+
+#include <memory>
+#include <span>
+
+/// The track record: one file of the list, as its tags were last read or written.
+///
+/// Shared and mutable; edits change it in place, and only after the file itself was written.
+/// A missing value is an empty text.
+class AudioFile {
+public:
+    /// One tag text of the record: its name, its key in a property map, and where it is stored.
+    struct TagField {
+        const char* name;
+        const char* key;
+        QString AudioFile::*text;
+    };
+
+    /// Builds the record of the file at @p path and measures its artwork (one read of the file).
+    /// Keys that @p map does not hold give empty texts, and "0" for COMPILATION.
+    static std::shared_ptr<AudioFile> fromPropertyMap(const PropertyMap& map, const QString& path);
+
+    /// The ten tag fields in declared order.
+    static std::span<const TagField> tagFields();
+
+    /// The ten tag fields under their keys, and TRACK: the number part of the track number. Every key is present.
+    PropertyMap propertyMap() const;
+
+    /// Copies the ten tag fields back from a full map.
+    void setFromPropertyMap(const PropertyMap& map);
+
+    /// Any text field by its name ("albumArtist", "fileName", …) or "imageDataLength" in decimal.
+    /// @return a null text for a name that is no field.
+    QString value(const QString& name) const;
+
+    QString title;
+    QString artist;
+    QString album;
+    QString albumArtist;
+    QString trackNumber; ///< "3" or "3/12"
+    QString discNumber;  ///< "1" or "1/2"
+    QString year;        ///< empty when the file has none
+    QString genre;
+    QString comment;
+    QString compilation; ///< "1" or "0"
+    QString path;        ///< full path
+    QString fileName;    ///< last component of the path
+    QString fileType;    ///< extension exactly as written
+    /// Measure of the embedded picture (see measureImage); 0 when there is none. It only serves comparisons.
+    qint64 imageDataLength = 0;
+};
+
+using AudioFilePtr = std::shared_ptr<AudioFile>;

@@ -1,0 +1,20 @@
+#include "platform/FileSystem.h"
+
+#include <QFile>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace FileSystem {
+
+bool isWritableFile(const QString& path)
+{
+    return ::access(QFile::encodeName(path).constData(), W_OK) == 0;
+}
+
+bool setPosixPermissions(const QString& path, unsigned int mode)
+{
+    return ::chmod(QFile::encodeName(path).constData(), mode) == 0;
+}
+
+} // namespace FileSystem

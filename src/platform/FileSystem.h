@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+namespace FileSystem {
+
+/// Whether the process may write the file at @p path; false when there is none.
+bool isWritableFile(const QString& path);
+
+/// Sets the permission bits (for example 0644). @return false when they could not be set.
+bool setPosixPermissions(const QString& path, unsigned int mode);
+
+} // namespace FileSystem

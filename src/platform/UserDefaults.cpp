@@ -1,0 +1,46 @@
+#include "platform/UserDefaults.h"
+
+UserDefaults::UserDefaults()
+    : settings_(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("sonvika"), QStringLiteral("sonvika"))
+{
+}
+
+UserDefaults::UserDefaults(const QString& filePath) : settings_(filePath, QSettings::IniFormat) {}
+
+bool UserDefaults::boolForKey(const QString& key) const
+{
+    return value(key).toBool();
+}
+
+void UserDefaults::setBool(const QString& key, bool value)
+{
+    setValue(key, value);
+}
+
+QByteArray UserDefaults::dataForKey(const QString& key) const
+{
+    return value(key).toByteArray();
+}
+
+void UserDefaults::setData(const QString& key, const QByteArray& value)
+{
+    setValue(key, value);
+}
+
+void UserDefaults::synchronize()
+{
+    const std::lock_guard lock(mutex_);
+    settings_.sync();
+}
+
+QVariant UserDefaults::value(const QString& key) const
+{
+    const std::lock_guard lock(mutex_);
+    return settings_.value(key);
+}
+
+void UserDefaults::setValue(const QString& key, const QVariant& value)
+{
+    const std::lock_guard lock(mutex_);
+    settings_.setValue(key, value);
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QSettings>
+#include <QString>
+
+#include <mutex>
+
+/// The user's settings: a persistent map from key to value, an INI file under the XDG config home.
+/// No defaults are registered: an absent key reads as false, 0 or empty. Safe to use from any thread.
+class UserDefaults {
+public:
+    /// The settings of the user who runs the program.
+    UserDefaults();
+    /// The settings in a file of the caller's choice.
+    explicit UserDefaults(const QString& filePath);
+
+    bool boolForKey(const QString& key) const;
+    void setBool(const QString& key, bool value);
+    QByteArray dataForKey(const QString& key) const;
+    void setData(const QString& key, const QByteArray& value);
+
+    /// Writes what was set to disk at once.
+    void synchronize();
+
+private:
+    QVariant value(const QString& key) const;
+    void setValue(const QString& key, const QVariant& value);
+
+    mutable std::mutex mutex_;
+    QSettings settings_;
+};
+
+/// The keys, each in one place.
+namespace DefaultsKey {
+inline const QString showNotifications = QStringLiteral("showNotifications");
+inline const QString windowGeometry = QStringLiteral("MainWindow.Geometry");
+inline const QString splitterState = QStringLiteral("MainWindow.Splitter");
+inline const QString tableHeaderState = QStringLiteral("MainWindow.TableHeader");
+} // namespace DefaultsKey

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/FilePanels.h"
+
+#include <QFileDialog>
+#include <QPointer>
+
+/// The desktop's own file dialogs, modeless.
+class FileDialogs : public FilePanels {
+public:
+    /// The window over which the panels open.
+    void setParentWindow(QWidget* window) { window_ = window; }
+
+    void chooseAudioFiles(const QString& title, Chosen chosen) override;
+    void chooseAudioFolder(const QString& title, Chosen chosen) override;
+
+private:
+    void show(const QString& title, QFileDialog::FileMode mode, Chosen chosen);
+
+    QPointer<QWidget> window_;
+    QString lastFolder_;
+};

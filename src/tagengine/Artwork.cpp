@@ -1,0 +1,105 @@
+#include "tagengine/OpenedFile.h"
+#include "tagengine/TagText.h"
+#include "tagengine/TaglibWrapper.h"
+
+#include <taglib/attachedpictureframe.h>
+#include <taglib/id3v2tag.h>
+#include <taglib/mp4file.h>
+#include <taglib/mp4tag.h>
+#include <taglib/mpegfile.h>
+
+namespace {
+
+using PictureFrame = TagLib::ID3v2::AttachedPictureFrame;
+
+const QLatin1String mpegType("mp3");
+const QLatin1String mp4Type("m4a");
+const char coverItem[] = "covr";
+const char pictureFrame[] = "APIC";
+
+PictureFrame* firstPicture(const TagLib::ID3v2::Tag& tag)
+{
+    for (auto* frame : tag.frameList(pictureFrame)) {
+        if (auto* picture = dynamic_cast<PictureFrame*>(frame))
+            return picture;
+    }
+    return nullptr;
+}
+
+std::optional<QByteArray> readPicture(TagLib::MPEG::File& file)
+{
+    const auto* tag = file.ID3v2Tag(false);
+    const auto* picture = tag ? firstPicture(*tag) : nullptr;
+    if (!picture)
+        return std::nullopt;
+    return TagText::toBytes(picture->picture());
+}
+
+std::optional<QByteArray> readPicture(TagLib::MP4::File& file)
+{
+    if (!file.tag())
+        return std::nullopt;
+    const auto covers = file.tag()->item(coverItem).toCoverArtList();
+    if (covers.isEmpty())
+        return std::nullopt;
+    return TagText::toBytes(covers.front().data());
+}
+
+void writePicture(TagLib::MPEG::File& file, const QByteArray& bytes)
+{
+    auto* tag = file.ID3v2Tag(true);
+    if (bytes.isEmpty()) {
+        tag->removeFrames(pictureFrame);
+        return;
+    }
+    auto* picture = firstPicture(*tag);
+    if (!picture) {
+        picture = new PictureFrame;
+        tag->addFrame(picture);
+    }
+    picture->setMimeType("image/jpeg");
+    picture->setPicture(TagText::fromBytes(bytes));
+}
+
+void writePicture(TagLib::MP4::File& file, const QByteArray& bytes)
+{
+    auto* tag = file.tag();
+    tag->removeItem(coverItem);
+    if (bytes.isEmpty())
+        return;
+    TagLib::MP4::CoverArtList covers;
+    covers.append(TagLib::MP4::CoverArt(TagLib::MP4::CoverArt::JPEG, TagText::fromBytes(bytes)));
+    tag->setItem(coverItem, covers);
+}
+
+} // namespace
+
+std::optional<QByteArray> TaglibWrapper::getImageData(const QString& path, const QString& type)
+{
+    if (type != mpegType && type != mp4Type)
+        return std::nullopt;
+    const OpenedFile opened(path);
+    auto* mpeg = opened.as<TagLib::MPEG::File>();
+    auto* mp4 = opened.as<TagLib::MP4::File>();
+    if (type == mpegType && mpeg)
+        return readPicture(*mpeg);
+    if (type == mp4Type && mp4)
+        return readPicture(*mp4);
+    return std::nullopt;
+}
+
+bool TaglibWrapper::setImageData(const QByteArray& bytes, const QString& path, const QString& type)
+{
+    if (type != mpegType && type != mp4Type)
+        return false;
+    OpenedFile opened(path);
+    auto* mpeg = opened.as<TagLib::MPEG::File>();
+    auto* mp4 = opened.as<TagLib::MP4::File>();
+    if (type == mpegType && mpeg)
+        writePicture(*mpeg, bytes);
+    else if (type == mp4Type && mp4 && mp4->tag())
+        writePicture(*mp4, bytes);
+    else
+        return false;
+    return opened.save();
+}

@@ -1,0 +1,203 @@
+#include "tagengine/OpenedFile.h"
+#include "tagengine/TagText.h"
+#include "tagengine/TaglibWrapper.h"
+
+#include <taglib/infotag.h>
+#include <taglib/tag.h>
+#include <taglib/tpropertymap.h>
+#include <taglib/wavfile.h>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+struct TextField {
+    const char* key;
+    TagLib::String (TagLib::Tag::*get)() const;
+    void (TagLib::Tag::*set)(const TagLib::String&);
+};
+
+struct NumberField {
+    const char* key;
+    unsigned int (TagLib::Tag::*get)() const;
+    void (TagLib::Tag::*set)(unsigned int);
+};
+
+constexpr std::array textFields{
+    TextField{"TITLE", &TagLib::Tag::title, &TagLib::Tag::setTitle},
+    TextField{"ARTIST", &TagLib::Tag::artist, &TagLib::Tag::setArtist},
+    TextField{"ALBUM", &TagLib::Tag::album, &TagLib::Tag::setAlbum},
+    TextField{"COMMENT", &TagLib::Tag::comment, &TagLib::Tag::setComment},
+    TextField{"GENRE", &TagLib::Tag::genre, &TagLib::Tag::setGenre},
+};
+
+constexpr std::array numberFields{
+    NumberField{"YEAR", &TagLib::Tag::year, &TagLib::Tag::setYear},
+    NumberField{"TRACK", &TagLib::Tag::track, &TagLib::Tag::setTrack},
+};
+
+template <class Fields>
+const auto* fieldForKey(const Fields& fields, const QString& key)
+{
+    const auto found = std::find_if(fields.begin(), fields.end(),
+                                    [&](const auto& field) { return key == QLatin1String(field.key); });
+    return found == fields.end() ? nullptr : &*found;
+}
+
+TagLib::RIFF::Info::Tag* infoTag(const OpenedFile& file)
+{
+    auto* wav = file.as<TagLib::RIFF::WAV::File>();
+    return wav ? wav->InfoTag() : nullptr;
+}
+
+QString readText(const OpenedFile& file, const TextField& field)
+{
+    QString text = TagText::fromTagLib((file.tag()->*field.get)()).value_or(QString());
+    if (const auto* info = infoTag(file); info && text.isEmpty())
+        text = TagText::fromTagLib((info->*field.get)()).value_or(QString());
+    return text;
+}
+
+void readProperties(const TagLib::PropertyMap& properties, PropertyMap& map)
+{
+    for (const auto& [name, values] : properties) {
+        const auto key = TagText::fromTagLib(name);
+        if (!key)
+            continue;
+        for (const auto& value : values) {
+            if (auto text = TagText::fromTagLib(value))
+                map[*key] = *std::move(text);
+        }
+    }
+}
+
+template <class Field, class Value>
+void writeGeneric(const OpenedFile& file, const Field& field, const Value& value)
+{
+    (file.tag()->*field.set)(value);
+    if (auto* info = infoTag(file))
+        (info->*field.set)(value);
+}
+
+void writeProperty(const OpenedFile& file, const QString& key, const QString& value)
+{
+    TagLib::PropertyMap properties = file.file()->properties();
+    const TagLib::String name(key.toLatin1().toStdString(), TagLib::String::Latin1);
+    if (value.isEmpty())
+        properties.erase(name);
+    else
+        properties.replace(name, TagLib::StringList(TagText::toTagLib(value)));
+    file.file()->setProperties(properties);
+}
+
+void writeEntry(const OpenedFile& file, const QString& key, const QString& value)
+{
+    if (const auto* text = fieldForKey(textFields, key))
+        writeGeneric(file, *text, TagText::toTagLib(value));
+    else if (const auto* number = fieldForKey(numberFields, key))
+        writeGeneric(file, *number, TagText::leadingNumber(value));
+    else
+        writeProperty(file, key, value);
+}
+
+void printOpenError(const QString& path)
+{
+    TagText::printLine(QStringLiteral("Error: TagLib::FileRef.isNull: Unable to open file:") + path);
+}
+
+} // namespace
+
+std::optional<PropertyMap> TaglibWrapper::getMetadata(const QString& path)
+{
+    const OpenedFile file(path);
+    if (file.isNull() || !file.tag())
+        return std::nullopt;
+    PropertyMap map;
+    for (const auto& field : textFields)
+        map[QLatin1String(field.key)] = readText(file, field);
+    for (const auto& field : numberFields)
+        map[QLatin1String(field.key)] = QString::number((file.tag()->*field.get)());
+    readProperties(file.file()->properties(), map);
+    return map;
+}
+
+bool TaglibWrapper::setMetadata(const QString& path, const PropertyMap& changes)
+{
+    OpenedFile file(path);
+    if (file.isNull()) {
+        printOpenError(path);
+        return false;
+    }
+    if (!file.tag()) {
+        TagText::printLine(QStringLiteral("Unable to create tag"));
+        return false;
+    }
+    if (!std::all_of(changes.begin(), changes.end(), TagText::isValid))
+        return false;
+    for (auto entry = changes.begin(); entry != changes.end(); ++entry)
+        writeEntry(file, entry.key(), entry.value());
+    return file.save();
+}
+
+bool TaglibWrapper::removeUnsupportedTags(const QString& path)
+{
+    OpenedFile file(path);
+    if (file.isNull()) {
+        printOpenError(path);
+        return false;
+    }
+    file.file()->removeUnsupportedProperties(file.file()->properties().unsupportedData());
+    return file.save();
+}
+
+bool TaglibWrapper::removeAllTags(const QString& path)
+{
+    OpenedFile file(path);
+    if (file.isNull()) {
+        printOpenError(path);
+        return false;
+    }
+    file.file()->setProperties(TagLib::PropertyMap());
+    return file.save();
+}
+
+std::optional<QString> TaglibWrapper::getTitle(const QString& path)
+{
+    const OpenedFile file(path);
+    if (file.isNull() || !file.tag())
+        return std::nullopt;
+    return TagText::fromTagLib(file.tag()->title());
+}
+
+std::optional<QString> TaglibWrapper::getComment(const QString& path)
+{
+    const OpenedFile file(path);
+    if (file.isNull()) {
+        TagText::printLine(QStringLiteral("FileRef is nil for: ") + path);
+        return std::nullopt;
+    }
+    if (!file.tag()) {
+        TagText::printLine(QStringLiteral("Tag is nil"));
+        return std::nullopt;
+    }
+    return TagText::fromTagLib(file.tag()->comment());
+}
+
+bool TaglibWrapper::writeComment(const QString& path, const QString& comment)
+{
+    OpenedFile file(path);
+    if (file.isNull()) {
+        TagText::printLine(QStringLiteral("Unable to write comment"));
+        return false;
+    }
+    TagText::printLine(QStringLiteral("Updating comment to: ") + comment);
+    if (!file.tag()) {
+        TagText::printLine(QStringLiteral("Unable to write tag"));
+        return false;
+    }
+    if (!TagText::isValid(comment))
+        return false;
+    file.tag()->setComment(TagText::toTagLib(comment));
+    return file.save();
+}
