@@ -74,10 +74,12 @@ void ArrayController::endAdding()
         content_.insert(content_.end(), added.begin(), added.end());
         showAdded(added);
     } else {
-        rearrange([&] {
-            content_.insert(content_.end(), added.begin(), added.end());
-            RecordColumns::sort(content_, sortColumn_, sortOrder_ == Qt::AscendingOrder);
-        });
+        rearrange(
+            [&] {
+                content_.insert(content_.end(), added.begin(), added.end());
+                RecordColumns::sort(content_, sortColumn_, sortOrder_ == Qt::AscendingOrder);
+            },
+            content_);
     }
     emit countChanged();
 }
@@ -103,7 +105,8 @@ void ArrayController::removeObjectsAtArrangedObjectIndexes(const QList<int>& row
         gone.insert(record.get());
         paths_.remove(record->path);
     }
-    rearrange([&] { std::erase_if(content_, [&](const auto& record) { return gone.contains(record.get()); }); });
+    rearrange([&] { std::erase_if(content_, [&](const auto& record) { return gone.contains(record.get()); }); },
+              content_);
     emit countChanged();
 }
 
@@ -124,12 +127,14 @@ int ArrayController::moveRows(const QList<int>& rows, int gap)
     const AudioFilePtr before = lastBefore == arranged_.rend() ? nullptr : *lastBefore;
 
     sortColumn_ = -1;
-    rearrange([&] {
-        std::erase_if(content_, [&](const auto& record) { return moving.contains(record.get()); });
-        auto place = anchor ? std::find(content_.begin(), content_.end(), anchor)
-                            : std::next(std::find(content_.begin(), content_.end(), before));
-        content_.insert(place, moved.begin(), moved.end());
-    });
+    rearrange(
+        [&] {
+            std::erase_if(content_, [&](const auto& record) { return moving.contains(record.get()); });
+            auto place = anchor ? std::find(content_.begin(), content_.end(), anchor)
+                                : std::next(std::find(content_.begin(), content_.end(), before));
+            content_.insert(place, moved.begin(), moved.end());
+        },
+        content_);
     emit sortCleared();
     const auto last = std::find(arranged_.begin(), arranged_.end(), moved.back());
     return static_cast<int>(last - arranged_.begin());
@@ -143,10 +148,19 @@ void ArrayController::reloadData()
 
 void ArrayController::setFilterText(const QString& text)
 {
-    const QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    if (words == filterWords_)
+    const QString wanted = text.simplified();
+    if (wanted == filterText_)
         return;
-    rearrange([&] { filterWords_ = words; });
+    // What a longer text finds, its beginning has found already.
+    const bool narrows = wanted.startsWith(filterText_);
+    rearrange(
+        [&] {
+            filterText_ = wanted;
+            filterWords_.clear();
+            for (const auto& word : wanted.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+                filterWords_.emplace_back(word, Qt::CaseInsensitive);
+        },
+        narrows ? arranged_ : content_);
     emit countChanged();
 }
 
@@ -155,7 +169,7 @@ void ArrayController::sort(int column, Qt::SortOrder order)
     sortColumn_ = column;
     sortOrder_ = order;
     if (column >= 0)
-        rearrange([&] { RecordColumns::sort(content_, column, order == Qt::AscendingOrder); });
+        rearrange([&] { RecordColumns::sort(content_, column, order == Qt::AscendingOrder); }, content_);
 }
 
 int ArrayController::rowCount(const QModelIndex& parent) const
@@ -185,6 +199,11 @@ QVariant ArrayController::data(const QModelIndex& index, int role) const
     }
 }
 
+Qt::ItemFlags ArrayController::flags(const QModelIndex& index) const
+{
+    return QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
+}
+
 QVariant ArrayController::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation != Qt::Horizontal)
@@ -198,19 +217,20 @@ QVariant ArrayController::headerData(int section, Qt::Orientation orientation, i
 
 bool ArrayController::passesFilter(const AudioFile& record) const
 {
-    return filterWords_.isEmpty() || RecordColumns::matches(record, filterWords_);
+    return filterWords_.empty() || RecordColumns::matches(record, filterWords_);
 }
 
 template <class Change>
-void ArrayController::rearrange(Change change)
+void ArrayController::rearrange(Change change, const std::vector<AudioFilePtr>& candidates)
 {
     const ListSelection::QuietChange quiet(selection_);
     const std::vector<AudioFilePtr> selected = selectedObjects();
     beginResetModel();
     change();
-    arranged_.clear();
-    std::copy_if(content_.begin(), content_.end(), std::back_inserter(arranged_),
+    std::vector<AudioFilePtr> arranged;
+    std::copy_if(candidates.begin(), candidates.end(), std::back_inserter(arranged),
                  [this](const auto& record) { return passesFilter(*record); });
+    arranged_ = std::move(arranged);
     endResetModel();
     setSelectedObjects(selected);
 }

@@ -5,7 +5,7 @@
 #include "model/AudioFile.h"
 
 #include <QAbstractTableModel>
-#include <QStringList>
+#include <QStringMatcher>
 
 #include <vector>
 
@@ -61,6 +61,7 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
 signals:
@@ -73,15 +74,17 @@ private:
     void endAdding();
     void showAdded(const std::vector<AudioFilePtr>& added);
     bool passesFilter(const AudioFile& record) const;
-    /// Rebuilds the arranged objects after @p change has altered list order or filter, keeping the selection.
+    /// Sets the arranged objects to those of @p candidates that pass the filter, after @p change has altered list
+    /// order or filter, keeping the selection.
     template <class Change>
-    void rearrange(Change change);
+    void rearrange(Change change, const std::vector<AudioFilePtr>& candidates);
 
     std::vector<AudioFilePtr> content_;
     std::vector<AudioFilePtr> arranged_;
     std::vector<AudioFilePtr> added_;
     PathIndex paths_;
-    QStringList filterWords_;
+    QString filterText_;
+    std::vector<QStringMatcher> filterWords_;
     int batches_ = 0;
     int sortColumn_ = -1;
     Qt::SortOrder sortOrder_ = Qt::AscendingOrder;

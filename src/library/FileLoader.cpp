@@ -31,10 +31,10 @@ bool FileLoader::loadFile(const QString& path)
         return refuse(Messages::unsupportedFileType());
     if (list_.anyPathContains(path))
         return refuse(Messages::fileAlreadyOpen());
-    const auto metadata = TaglibWrapper::getMetadata(path);
-    if (!metadata)
+    auto record = AudioFile::fromFile(path);
+    if (!record)
         return refuse(Messages::couldNotOpen(path));
-    list_.addObject(AudioFile::fromPropertyMap(*metadata, path));
+    list_.addObject(std::move(record));
     recentDocuments_.noteNewRecentDocument(path);
     return true;
 }

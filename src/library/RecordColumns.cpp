@@ -76,10 +76,10 @@ void sortByKey(std::vector<AudioFilePtr>& records, QString AudioFile::*text, boo
     records = std::move(sorted);
 }
 
-bool anyFieldContains(const AudioFile& record, const QString& word)
+bool anyFieldContains(const AudioFile& record, const QStringMatcher& word)
 {
     return std::any_of(columns.begin(), columns.end(), [&](const ColumnInfo& column) {
-        return column.text != &AudioFile::compilation && (record.*column.text).contains(word, Qt::CaseInsensitive);
+        return column.text != &AudioFile::compilation && word.indexIn(record.*column.text) >= 0;
     });
 }
 
@@ -115,10 +115,10 @@ void sort(std::vector<AudioFilePtr>& records, int column, bool ascending)
                                 [&](const QString& text) { return collator.sortKey(text); });
 }
 
-bool matches(const AudioFile& record, const QStringList& words)
+bool matches(const AudioFile& record, const std::vector<QStringMatcher>& words)
 {
     return std::all_of(words.begin(), words.end(),
-                       [&](const QString& word) { return anyFieldContains(record, word); });
+                       [&](const QStringMatcher& word) { return anyFieldContains(record, word); });
 }
 
 } // namespace RecordColumns

@@ -3,7 +3,7 @@
 #include "model/AudioFile.h"
 
 #include <QString>
-#include <QStringList>
+#include <QStringMatcher>
 
 #include <vector>
 
@@ -38,7 +38,7 @@ bool isNumeric(int column);
 /// it as numbers. Empty values come first.
 void sort(std::vector<AudioFilePtr>& records, int column, bool ascending);
 
-/// Whether every one of @p words occurs in the file name or in a text field, ignoring case.
-bool matches(const AudioFile& record, const QStringList& words);
+/// Whether every one of the words occurs in the file name or in a text field, ignoring case.
+bool matches(const AudioFile& record, const std::vector<QStringMatcher>& words);
 
 } // namespace RecordColumns

@@ -28,7 +28,16 @@ const QLatin1String none("0");
 
 } // namespace
 
-std::shared_ptr<AudioFile> AudioFile::fromPropertyMap(const PropertyMap& map, const QString& path)
+std::shared_ptr<AudioFile> AudioFile::fromFile(const QString& path)
+{
+    qint64 imageDataLength = 0;
+    const auto map = TaglibWrapper::readTrack(
+        path, QFileInfo(path).suffix(), [&](const QByteArray& picture) { imageDataLength = measureImage(picture); });
+    return map ? fromPropertyMap(*map, path, imageDataLength) : nullptr;
+}
+
+std::shared_ptr<AudioFile> AudioFile::fromPropertyMap(const PropertyMap& map, const QString& path,
+                                                      qint64 imageDataLength)
 {
     auto record = std::make_shared<AudioFile>();
     PropertyMap full = map;
@@ -42,8 +51,7 @@ std::shared_ptr<AudioFile> AudioFile::fromPropertyMap(const PropertyMap& map, co
     record->path = path;
     record->fileName = file.fileName();
     record->fileType = file.suffix();
-    if (const auto picture = TaglibWrapper::getImageData(path, record->fileType))
-        record->imageDataLength = measureImage(*picture);
+    record->imageDataLength = imageDataLength;
     return record;
 }
 

@@ -20,9 +20,14 @@ public:
         QString AudioFile::*text;
     };
 
-    /// Builds the record of the file at @p path and measures its artwork (one read of the file).
+    /// Reads the file at @p path and builds its record.
+    /// @return null when its tags can't be read.
+    static std::shared_ptr<AudioFile> fromFile(const QString& path);
+
+    /// Builds the record of the file at @p path from its tags and the measure of its embedded picture.
     /// Keys that @p map does not hold give empty texts, and "0" for COMPILATION.
-    static std::shared_ptr<AudioFile> fromPropertyMap(const PropertyMap& map, const QString& path);
+    static std::shared_ptr<AudioFile> fromPropertyMap(const PropertyMap& map, const QString& path,
+                                                      qint64 imageDataLength);
 
     /// The ten tag fields in declared order.
     static std::span<const TagField> tagFields();

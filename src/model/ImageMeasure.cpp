@@ -10,9 +10,11 @@
 
 namespace {
 
-bool isImage(QByteArray bytes)
+bool isImage(const QByteArray& bytes)
 {
-    QBuffer buffer(&bytes);
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer);
     if (reader.supportsOption(QImageIOHandler::Size))
         return !reader.size().isEmpty();

@@ -27,8 +27,8 @@ QDomDocument readList(const QString& path)
     QFile file(path);
     if (!file.exists())
         document.setContent(emptyList);
-    else if (file.open(QIODevice::ReadOnly))
-        document.setContent(file.readAll());
+    else if (!file.open(QIODevice::ReadOnly) || !document.setContent(file.readAll()))
+        return {};
     return document;
 }
 

@@ -1,3 +1,4 @@
+#include "tagengine/EngineReads.h"
 #include "tagengine/OpenedFile.h"
 #include "tagengine/TagText.h"
 #include "tagengine/TaglibWrapper.h"
@@ -26,23 +27,23 @@ PictureFrame* firstPicture(const TagLib::ID3v2::Tag& tag)
     return nullptr;
 }
 
-std::optional<QByteArray> readPicture(TagLib::MPEG::File& file)
+std::optional<TagLib::ByteVector> readPicture(TagLib::MPEG::File& file)
 {
     const auto* tag = file.ID3v2Tag(false);
     const auto* picture = tag ? firstPicture(*tag) : nullptr;
     if (!picture)
         return std::nullopt;
-    return TagText::toBytes(picture->picture());
+    return picture->picture();
 }
 
-std::optional<QByteArray> readPicture(TagLib::MP4::File& file)
+std::optional<TagLib::ByteVector> readPicture(TagLib::MP4::File& file)
 {
     if (!file.tag())
         return std::nullopt;
     const auto covers = file.tag()->item(coverItem).toCoverArtList();
     if (covers.isEmpty())
         return std::nullopt;
-    return TagText::toBytes(covers.front().data());
+    return covers.front().data();
 }
 
 void writePicture(TagLib::MPEG::File& file, const QByteArray& bytes)
@@ -74,13 +75,10 @@ void writePicture(TagLib::MP4::File& file, const QByteArray& bytes)
 
 } // namespace
 
-std::optional<QByteArray> TaglibWrapper::getImageData(const QString& path, const QString& type)
+std::optional<TagLib::ByteVector> EngineReads::picture(const OpenedFile& file, const QString& type)
 {
-    if (type != mpegType && type != mp4Type)
-        return std::nullopt;
-    const OpenedFile opened(path);
-    auto* mpeg = opened.as<TagLib::MPEG::File>();
-    auto* mp4 = opened.as<TagLib::MP4::File>();
+    auto* mpeg = file.as<TagLib::MPEG::File>();
+    auto* mp4 = file.as<TagLib::MP4::File>();
     if (type == mpegType && mpeg)
         return readPicture(*mpeg);
     if (type == mp4Type && mp4)
@@ -88,11 +86,18 @@ std::optional<QByteArray> TaglibWrapper::getImageData(const QString& path, const
     return std::nullopt;
 }
 
+std::optional<QByteArray> TaglibWrapper::getImageData(const QString& path, const QString& type)
+{
+    const OpenedFile file(path, OpenedFile::Mode::Read);
+    const auto picture = EngineReads::picture(file, type);
+    return picture ? std::optional(QByteArray(picture->data(), picture->size())) : std::nullopt;
+}
+
 bool TaglibWrapper::setImageData(const QByteArray& bytes, const QString& path, const QString& type)
 {
     if (type != mpegType && type != mp4Type)
         return false;
-    OpenedFile opened(path);
+    OpenedFile opened(path, OpenedFile::Mode::ReadWrite);
     auto* mpeg = opened.as<TagLib::MPEG::File>();
     auto* mp4 = opened.as<TagLib::MP4::File>();
     if (type == mpegType && mpeg)

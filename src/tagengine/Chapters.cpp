@@ -64,7 +64,7 @@ std::unique_ptr<ChapterFrame> makeChapter(const QString& text, const QByteArray&
 
 std::optional<QStringList> TaglibWrapper::getChapters(const QString& path)
 {
-    const OpenedFile file(path);
+    const OpenedFile file(path, OpenedFile::Mode::Read);
     if (file.isNull() || !file.tag())
         return std::nullopt;
     auto* mpeg = file.as<TagLib::MPEG::File>();
@@ -82,7 +82,7 @@ std::optional<QStringList> TaglibWrapper::getChapters(const QString& path)
 
 bool TaglibWrapper::setChapters(const QString& path, const QStringList& chapters)
 {
-    const OpenedFile file(path);
+    OpenedFile file(path, OpenedFile::Mode::ReadWrite);
     if (file.isNull() || !file.tag())
         return false;
     auto* mpeg = file.as<TagLib::MPEG::File>();
@@ -98,5 +98,5 @@ bool TaglibWrapper::setChapters(const QString& path, const QStringList& chapters
     int counter = 0;
     for (const auto& text : chapters)
         tag->addFrame(makeChapter(text, nextIdentifier(taken, counter)).release());
-    return mpeg->save();
+    return file.save();
 }

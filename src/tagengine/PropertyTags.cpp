@@ -1,8 +1,12 @@
+#include "tagengine/EngineReads.h"
 #include "tagengine/OpenedFile.h"
 #include "tagengine/TagText.h"
 #include "tagengine/TaglibWrapper.h"
 
+#include <taglib/apetag.h>
+#include <taglib/id3v2tag.h>
 #include <taglib/infotag.h>
+#include <taglib/mpegfile.h>
 #include <taglib/tag.h>
 #include <taglib/tpropertymap.h>
 #include <taglib/wavfile.h>
@@ -101,6 +105,17 @@ void writeEntry(const OpenedFile& file, const QString& key, const QString& value
         writeProperty(file, key, value);
 }
 
+/// TagLib reports the properties of the ID3v2 tag alone once that holds anything: it takes over what the file's older
+/// tags (APE, INFO) show, so that writing one field does not hide the others.
+void fillId3v2Tag(const OpenedFile& file)
+{
+    auto* mpeg = file.as<TagLib::MPEG::File>();
+    auto* wav = file.as<TagLib::RIFF::WAV::File>();
+    auto* tag = mpeg ? mpeg->ID3v2Tag(true) : wav ? wav->ID3v2Tag() : nullptr;
+    if (tag && tag->isEmpty())
+        tag->setProperties(mpeg ? file.file()->properties() : wav->InfoTag()->properties());
+}
+
 void printOpenError(const QString& path)
 {
     TagText::printLine(QStringLiteral("Error: TagLib::FileRef.isNull: Unable to open file:") + path);
@@ -108,10 +123,9 @@ void printOpenError(const QString& path)
 
 } // namespace
 
-std::optional<PropertyMap> TaglibWrapper::getMetadata(const QString& path)
+std::optional<PropertyMap> EngineReads::metadata(const OpenedFile& file)
 {
-    const OpenedFile file(path);
-    if (file.isNull() || !file.tag())
+    if (!file.tag())
         return std::nullopt;
     PropertyMap map;
     for (const auto& field : textFields)
@@ -122,9 +136,26 @@ std::optional<PropertyMap> TaglibWrapper::getMetadata(const QString& path)
     return map;
 }
 
+std::optional<PropertyMap> TaglibWrapper::getMetadata(const QString& path)
+{
+    const OpenedFile file(path, OpenedFile::Mode::Read);
+    return file.isNull() ? std::nullopt : EngineReads::metadata(file);
+}
+
+std::optional<PropertyMap> TaglibWrapper::readTrack(const QString& path, const QString& type,
+                                                    const std::function<void(const QByteArray&)>& visitImage)
+{
+    const OpenedFile file(path, OpenedFile::Mode::Read);
+    if (file.isNull())
+        return std::nullopt;
+    if (const auto picture = EngineReads::picture(file, type))
+        visitImage(QByteArray::fromRawData(picture->data(), picture->size()));
+    return EngineReads::metadata(file);
+}
+
 bool TaglibWrapper::setMetadata(const QString& path, const PropertyMap& changes)
 {
-    OpenedFile file(path);
+    OpenedFile file(path, OpenedFile::Mode::ReadWrite);
     if (file.isNull()) {
         printOpenError(path);
         return false;
@@ -135,6 +166,8 @@ bool TaglibWrapper::setMetadata(const QString& path, const PropertyMap& changes)
     }
     if (!std::all_of(changes.begin(), changes.end(), TagText::isValid))
         return false;
+    if (!changes.isEmpty())
+        fillId3v2Tag(file);
     for (auto entry = changes.begin(); entry != changes.end(); ++entry)
         writeEntry(file, entry.key(), entry.value());
     return file.save();
@@ -142,7 +175,7 @@ bool TaglibWrapper::setMetadata(const QString& path, const PropertyMap& changes)
 
 bool TaglibWrapper::removeUnsupportedTags(const QString& path)
 {
-    OpenedFile file(path);
+    OpenedFile file(path, OpenedFile::Mode::ReadWrite);
     if (file.isNull()) {
         printOpenError(path);
         return false;
@@ -153,18 +186,20 @@ bool TaglibWrapper::removeUnsupportedTags(const QString& path)
 
 bool TaglibWrapper::removeAllTags(const QString& path)
 {
-    OpenedFile file(path);
+    OpenedFile file(path, OpenedFile::Mode::ReadWrite);
     if (file.isNull()) {
         printOpenError(path);
         return false;
     }
     file.file()->setProperties(TagLib::PropertyMap());
+    if (auto* mpeg = file.as<TagLib::MPEG::File>(); mpeg && mpeg->hasAPETag())
+        mpeg->APETag()->setProperties(TagLib::PropertyMap());
     return file.save();
 }
 
 std::optional<QString> TaglibWrapper::getTitle(const QString& path)
 {
-    const OpenedFile file(path);
+    const OpenedFile file(path, OpenedFile::Mode::Read);
     if (file.isNull() || !file.tag())
         return std::nullopt;
     return TagText::fromTagLib(file.tag()->title());
@@ -172,7 +207,7 @@ std::optional<QString> TaglibWrapper::getTitle(const QString& path)
 
 std::optional<QString> TaglibWrapper::getComment(const QString& path)
 {
-    const OpenedFile file(path);
+    const OpenedFile file(path, OpenedFile::Mode::Read);
     if (file.isNull()) {
         TagText::printLine(QStringLiteral("FileRef is nil for: ") + path);
         return std::nullopt;
@@ -186,7 +221,7 @@ std::optional<QString> TaglibWrapper::getComment(const QString& path)
 
 bool TaglibWrapper::writeComment(const QString& path, const QString& comment)
 {
-    OpenedFile file(path);
+    OpenedFile file(path, OpenedFile::Mode::ReadWrite);
     if (file.isNull()) {
         TagText::printLine(QStringLiteral("Unable to write comment"));
         return false;

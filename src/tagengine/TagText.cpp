@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <iostream>
+#include <utility>
 
 std::optional<QString> TaglibWrapper::stringFromWchar(const std::wstring& wide)
 {
@@ -45,7 +46,7 @@ unsigned int leadingNumber(const QString& text)
         digits.remove(0, 1);
     unsigned int number = 0;
     const auto result = std::from_chars(digits.cbegin(), digits.cend(), number);
-    return result.ec == std::errc() ? number : 0;
+    return result.ec == std::errc() && std::in_range<int>(number) ? number : 0;
 }
 
 QByteArray toBytes(const TagLib::ByteVector& bytes)

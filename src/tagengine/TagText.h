@@ -21,7 +21,7 @@ TagLib::String toTagLib(const QString& text);
 bool isValid(const QString& text);
 
 /// The leading decimal digits after optional white space and a plus sign; 0 for anything else, for a minus sign, and
-/// for a number that does not fit.
+/// for a number beyond `int`, which TagLib would write as a negative one.
 unsigned int leadingNumber(const QString& text);
 
 QByteArray toBytes(const TagLib::ByteVector& bytes);

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -55,6 +56,13 @@ public:
     /// @return the stored bytes unchanged; none without a picture, for another type, or when the file's container is
     /// not of that type.
     static std::optional<QByteArray> getImageData(const QString& path, const QString& type);
+
+    /// getMetadata and getImageData in one reading of the file, without a copy of the picture.
+    /// @param visitImage is called with the bytes that getImageData would return, which are gone after the call; not
+    /// called where it would return none.
+    /// @return what getMetadata would return.
+    static std::optional<PropertyMap> readTrack(const QString& path, const QString& type,
+                                                const std::function<void(const QByteArray&)>& visitImage);
 
     /// Replaces the first picture (MPEG; further APIC frames stay) or all pictures (MP4). Empty bytes remove all.
     /// The bytes are stored unchanged and always labelled as JPEG.

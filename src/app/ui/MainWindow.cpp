@@ -13,8 +13,10 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMenuBar>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
@@ -22,9 +24,10 @@
 
 namespace {
 
-constexpr QSize initialSize(1080, 680);
+constexpr QSize initialSize(1100, 700);
 constexpr int editorWidth = 320;
 constexpr int searchWidth = 240;
+constexpr int statusIndent = 4;
 
 } // namespace
 
@@ -38,6 +41,7 @@ MainWindow::MainWindow(ViewController& controller, ArrayController& list, ListDr
     buildMenus();
     buildToolBar();
     status_ = new QLabel(this);
+    status_->setIndent(statusIndent);
     statusBar()->addWidget(status_, 1);
     connectController();
     restoreLayout();
@@ -149,6 +153,19 @@ void MainWindow::buildToolBar()
     searchField_->addAction(Icons::symbol(QStringLiteral("search")), QLineEdit::LeadingPosition);
     connect(searchField_, &QLineEdit::textChanged, &list_, &ArrayController::setFilterText);
     bar->addWidget(searchField_);
+    addSearchKey(Qt::Key_Escape, [this] {
+        searchField_->clear();
+        table_->setFocus();
+    });
+    for (const auto key : {Qt::Key_Down, Qt::Key_Return, Qt::Key_Enter})
+        addSearchKey(key, [this] { table_->setFocus(); });
+}
+
+void MainWindow::addSearchKey(Qt::Key key, const std::function<void()>& action)
+{
+    auto* shortcut = new QShortcut(key, searchField_);
+    shortcut->setContext(Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, action);
 }
 
 void MainWindow::buildCentre(ListDrops& drops)
@@ -193,12 +210,16 @@ void MainWindow::connectController()
 
 void MainWindow::updateStatus()
 {
+    const QLocale locale;
+    const auto number = [&](auto count) { return locale.toString(static_cast<qlonglong>(count)); };
     const auto selected = list_.selection().rows().size();
-    const auto all = static_cast<int>(list_.content().size());
-    const int shown = list_.rowCount();
-    QString text = shown == all ? tr("%n file(s)", nullptr, all) : tr("%1 of %n file(s)", nullptr, all).arg(shown);
+    const auto all = list_.content().size();
+    const auto shown = static_cast<std::size_t>(list_.rowCount());
+    QString text = all == 1 ? tr("1 file") : tr("%1 files").arg(number(all));
+    if (shown != all)
+        text = tr("%1 of %2").arg(number(shown), text);
     if (selected > 0)
-        text += tr(", %n selected", nullptr, static_cast<int>(selected));
+        text += tr(", %1 selected").arg(number(selected));
     status_->setText(all == 0 ? QString() : text);
     updateActions();
 }

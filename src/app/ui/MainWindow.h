@@ -2,6 +2,8 @@
 
 #include <QMainWindow>
 
+#include <functional>
+
 class AlbumArtView;
 class ArrayController;
 class EditorPane;
@@ -37,6 +39,8 @@ private:
     void updateStatus();
     void updateActions();
     void findInList();
+    /// What a key does in the search field.
+    void addSearchKey(Qt::Key key, const std::function<void()>& action);
     void restoreLayout();
     void storeLayout();
 

@@ -5,10 +5,12 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
+
 namespace {
 
 constexpr qreal cornerRadius = 4.0;
-constexpr int preferredSide = 220;
+constexpr int preferredSide = 240;
 constexpr int smallestSide = 120;
 
 } // namespace
@@ -33,6 +35,11 @@ void AlbumArtView::setArt(const QByteArray& bytes)
 QSize AlbumArtView::sizeHint() const
 {
     return {preferredSide, preferredSide};
+}
+
+int AlbumArtView::heightForWidth(int width) const
+{
+    return std::clamp(width, smallestSide, preferredSide);
 }
 
 void AlbumArtView::paintEvent(QPaintEvent*)

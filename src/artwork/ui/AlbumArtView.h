@@ -17,7 +17,7 @@ public:
 
     QSize sizeHint() const override;
     bool hasHeightForWidth() const override { return true; }
-    int heightForWidth(int width) const override { return width; }
+    int heightForWidth(int width) const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -100,7 +100,6 @@ void EditorPane::addGenre()
     const QString label = tr("&Genre");
     genre_->setAccessibleName(withoutMnemonic(label));
     adopt(&genre_->field());
-    connect(genre_, &GenreBox::chosen, this, &EditorPane::edited);
     addRow(label, genre_, genre_);
 }
 

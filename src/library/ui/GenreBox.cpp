@@ -4,7 +4,18 @@
 #include "model/GenreList.h"
 
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 #include <QWheelEvent>
+
+namespace {
+
+bool isDeletion(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_Backspace || event.key() == Qt::Key_Delete || event.matches(QKeySequence::Cut)
+           || event.matches(QKeySequence::Undo);
+}
+
+} // namespace
 
 GenreBox::GenreBox(QWidget* parent)
     : QComboBox(parent), field_(new TagField(QStringLiteral("GENRE"), QStringLiteral("genre"), this))
@@ -26,10 +37,12 @@ GenreBox::GenreBox(QWidget* parent)
 void GenreBox::keyPressEvent(QKeyEvent* event)
 {
     const bool plain = !(event->modifiers() & ~Qt::KeypadModifier);
-    if (plain && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down))
+    if (plain && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
         emit field_->rowStepWanted(event->key() == Qt::Key_Up ? -1 : 1);
-    else
+    } else {
+        const QScopedValueRollback guard(deleting_, isDeletion(*event));
         QComboBox::keyPressEvent(event);
+    }
 }
 
 void GenreBox::wheelEvent(QWheelEvent* event)
@@ -40,9 +53,7 @@ void GenreBox::wheelEvent(QWheelEvent* event)
 
 void GenreBox::complete(const QString& typed)
 {
-    const bool appended = typed.size() > typedBefore_.size() && field_->cursorPosition() == typed.size();
-    typedBefore_ = typed;
-    if (!appended)
+    if (deleting_ || field_->cursorPosition() < typed.size())
         return;
     if (const auto genre = GenreList::completed(typed)) {
         field_->setText(*genre);
@@ -50,10 +61,9 @@ void GenreBox::complete(const QString& typed)
     }
 }
 
-void GenreBox::applyChoice()
+void GenreBox::applyChoice(int index)
 {
-    if (currentIndex() < 0)
-        return;
-    field_->acceptText();
-    emit chosen(field_->key(), field_->text());
+    // The field may have been filled for another selection meanwhile.
+    if (field_->text() == itemText(index))
+        field_->commit();
 }

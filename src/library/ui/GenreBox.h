@@ -13,18 +13,14 @@ public:
 
     TagField& field() const { return *field_; }
 
-signals:
-    /// A genre was chosen from the list.
-    void chosen(const QString& key, const QString& text);
-
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
     void complete(const QString& typed);
-    void applyChoice();
+    void applyChoice(int index);
 
     TagField* field_;
-    QString typedBefore_;
+    bool deleting_ = false;
 };

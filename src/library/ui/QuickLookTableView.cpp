@@ -10,12 +10,11 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QPainter>
-#include <QScrollBar>
-#include <QTimer>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -26,13 +25,13 @@ struct ColumnLayout {
 
 constexpr std::array<ColumnLayout, RecordColumns::Count> defaultLayout{{
     {190, true},
-    {190, true},
-    {150, true},
-    {150, true},
-    {150, false},
-    {56, true},
-    {56, false},
-    {60, true},
+    {170, true},
+    {140, true},
+    {140, true},
+    {140, false},
+    {58, true},
+    {58, false},
+    {58, true},
     {110, false},
     {160, false},
     {90, false},
@@ -60,6 +59,7 @@ QuickLookTableView::QuickLookTableView(ArrayController& list, ListDrops& drops, 
     setHorizontalScrollMode(ScrollPerPixel);
     setDragEnabled(true);
     setAcceptDrops(true);
+    setDropIndicatorShown(false);
     setDefaultDropAction(Qt::MoveAction);
     setAccessibleName(tr("Files"));
     setUpHeader();
@@ -82,8 +82,7 @@ QByteArray QuickLookTableView::headerState() const
 
 void QuickLookTableView::restoreHeaderState(const QByteArray& state)
 {
-    // Without a stored state nothing changes.
-    horizontalHeader()->restoreState(state);
+    columnsFitted_ = horizontalHeader()->restoreState(state);
 }
 
 void QuickLookTableView::addColumnActions(QMenu& menu)
@@ -120,6 +119,13 @@ void QuickLookTableView::setUpHeader()
     });
 }
 
+void QuickLookTableView::fitColumns()
+{
+    const int left = viewport()->width() - horizontalHeader()->length();
+    if (left > 0)
+        setColumnWidth(RecordColumns::FileName, columnWidth(RecordColumns::FileName) + left);
+}
+
 void QuickLookTableView::updateRowHeight()
 {
     const int specified = static_cast<int>(std::lround(rowHeightPoints * logicalDpiY() / pointsPerInch));
@@ -146,6 +152,17 @@ void QuickLookTableView::keyPressEvent(QKeyEvent* event)
         emit editWanted();
     else
         QTableView::keyPressEvent(event);
+}
+
+QModelIndex QuickLookTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const int column = std::max(currentIndex().column(), 0);
+    const bool upOrDown = action == MoveUp || action == MoveDown;
+    if (action == MoveHome || (upOrDown && !list_.selection().hasSelection()))
+        return list_.index(0, column);
+    if (action == MoveEnd)
+        return list_.index(list_.rowCount() - 1, column);
+    return QTableView::moveCursor(action, modifiers);
 }
 
 void QuickLookTableView::startDrag(Qt::DropActions)
@@ -258,6 +275,13 @@ void QuickLookTableView::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
     updateEmptyHint();
+}
+
+void QuickLookTableView::showEvent(QShowEvent* event)
+{
+    QTableView::showEvent(event);
+    if (!std::exchange(columnsFitted_, true))
+        fitColumns();
 }
 
 void QuickLookTableView::changeEvent(QEvent* event)

@@ -31,6 +31,8 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    /// The list is one of rows: Home and End go to its ends, and the first step into it selects its first row.
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void startDrag(Qt::DropActions actions) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
@@ -38,12 +40,15 @@ protected:
     void dropEvent(QDropEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
     enum class DropMark { None, Gap, WholeList };
 
     void setUpHeader();
+    /// Gives the room that the columns leave to the file names.
+    void fitColumns();
     void updateRowHeight();
     void updateEmptyHint();
     void clearSortMark();
@@ -56,4 +61,5 @@ private:
     QWidget* emptyHint_ = nullptr;
     DropMark dropMark_ = DropMark::None;
     int dropGap_ = -1;
+    bool columnsFitted_ = false;
 };

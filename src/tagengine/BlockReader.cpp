@@ -1,0 +1,52 @@
+#include "tagengine/BlockReader.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include <unistd.h>
+
+std::size_t BlockReader::read(std::int64_t offset, char* into, std::size_t length)
+{
+    if (length >= blockSize)
+        return readDirectly(offset, into, length);
+    std::size_t done = 0;
+    while (done < length) {
+        const auto position = static_cast<std::size_t>(offset) + done;
+        const Block& from = block(static_cast<std::int64_t>(position / blockSize));
+        const std::size_t start = position % blockSize;
+        if (start >= from.length)
+            break;
+        const std::size_t count = std::min(length - done, from.length - start);
+        std::memcpy(into + done, from.bytes.get() + start, count);
+        done += count;
+    }
+    return done;
+}
+
+const BlockReader::Block& BlockReader::block(std::int64_t index)
+{
+    Block& slot = blocks_[static_cast<std::size_t>(index) % blockCount];
+    if (slot.index != index) {
+        if (!slot.bytes)
+            slot.bytes = std::make_unique_for_overwrite<char[]>(blockSize);
+        slot.length = readDirectly(index * static_cast<std::int64_t>(blockSize), slot.bytes.get(), blockSize);
+        slot.index = index;
+    }
+    return slot;
+}
+
+std::size_t BlockReader::readDirectly(std::int64_t offset, char* into, std::size_t length) const
+{
+    std::size_t done = 0;
+    while (done < length) {
+        const ssize_t count =
+            ::pread(descriptor_, into + done, length - done, offset + static_cast<std::int64_t>(done));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            break;
+        done += static_cast<std::size_t>(count);
+    }
+    return done;
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "tagengine/PropertyMap.h"
+
+#include <QString>
+
+#include <taglib/tbytevector.h>
+
+#include <optional>
+
+class OpenedFile;
+
+/// The engine's readings of a file that is open already.
+namespace EngineReads {
+
+/// @return none when the file has no tag.
+std::optional<PropertyMap> metadata(const OpenedFile& file);
+
+/// @return none without a picture, and when the container is not of that type.
+std::optional<TagLib::ByteVector> picture(const OpenedFile& file, const QString& type);
+
+} // namespace EngineReads
