@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/ViewController.h"
+#include "fakes/FakePlatform.h"
+#include "library/ArrayController.h"
+#include "library/FieldEditor.h"
+#include "library/FileLoader.h"
+#include "library/ListDrops.h"
+#include "library/TagWriter.h"
+
+/// The program without its window, on a desktop of fakes.
+struct Library {
+    FakeNotifier notifier;
+    FakeRecentDocuments recent;
+    FakeFilePanels panels;
+    ArrayController list;
+    FileLoader loader{list, notifier, recent};
+    TagWriter writer{notifier};
+    FieldEditor editor{list, writer};
+    ListDrops drops{list, loader};
+    ViewController controller{list, loader, editor, panels};
+
+    /// Adds records without files, named by their titles.
+    void add(const QString& titles)
+    {
+        for (const auto& title : titles.split(u' ')) {
+            auto record = std::make_shared<AudioFile>();
+            record->title = title;
+            record->fileName = title + QStringLiteral(".mp3");
+            record->path = QStringLiteral("/music/") + record->fileName;
+            list.addObject(record);
+        }
+    }
+    static QString titles(const std::vector<AudioFilePtr>& records)
+    {
+        QStringList titles;
+        for (const auto& record : records)
+            titles.append(record->title);
+        return titles.join(u' ');
+    }
+};

@@ -1,0 +1,65 @@
+#include "library/FileFinder.h"
+#include "support/ConsoleCapture.h"
+#include "support/ScratchFolder.h"
+
+#include <QFileInfo>
+#include <QLocale>
+#include <QTest>
+
+#include <filesystem>
+#include <iostream>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+class FileFinderTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void findsAudioFilesBelowAFolder()
+    {
+        QLocale::setDefault(QLocale::English);
+        const ScratchFolder folder;
+        QStringList expected =
+            u"9.m4a|10.mp3|b/deep/er/2 z.mp3|b/deep/er/10 z.mp3|it's \"q\"\nline %41.mp3|x.mp3/in.m4a"_qs.split(u'|');
+        for (auto& name : expected)
+            name = make(folder, name);
+        for (const auto& name : u"X.MP3|.hidden.mp3|.hid/x.mp3|note.txt|mp3"_qs.split(u'|'))
+            make(folder, name);
+        QVERIFY(QFile::link(folder.path(u"."_qs), folder.path(u"b/loop"_qs)));
+        QVERIFY(QFile::link(expected[0], folder.path(u"link.m4a"_qs)));
+        QCOMPARE(::mkfifo(folder.path(u"pipe.mp3"_qs).toUtf8().constData(), 0600), 0);
+        QCOMPARE(FileFinder::audioFiles(folder.path(u"."_qs)), expected);
+        QCOMPARE(FileFinder::audioFiles(folder.path(u"b//../x.mp3/"_qs)), QStringList{folder.path(u"x.mp3"_qs)});
+    }
+
+    void printsAndSkipsWhatItCannotExamine()
+    {
+        namespace fs = std::filesystem;
+        const ScratchFolder folder;
+        const QString good = make(folder, u"good.mp3"_qs);
+        const std::string bad = folder.path(u"bad"_qs).toStdString() + "\xff.mp3";
+        fs::copy_file(good.toStdString(), bad);
+        const fs::path locked = QFileInfo(make(folder, u"locked/lost.txt"_qs)).path().toStdString();
+        fs::permissions(locked, fs::perms::none);
+        const ConsoleCapture console(std::cout);
+        const QStringList files = FileFinder::audioFiles(folder.path(u"."_qs));
+        fs::permissions(locked, fs::perms::owner_all);
+        fs::remove(bad);
+        QCOMPARE(files, QStringList{good});
+        QCOMPARE(console.text().count(u"bad"), 1);
+        QCOMPARE(console.text().contains(u"locked: "), ::geteuid() != 0);
+    }
+
+private:
+    static QString make(const ScratchFolder& folder, const QString& name)
+    {
+        QFile file(folder.path(name));
+        if (!QDir().mkpath(QFileInfo(file).path()) || !file.open(QIODevice::WriteOnly))
+            qFatal("Can't make %s", qPrintable(name));
+        return file.fileName();
+    }
+};
+
+QTEST_GUILESS_MAIN(FileFinderTest)
+#include "FileFinderTest.moc"

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+/// A folder for copies of the test data that removes itself. Its name is not ASCII, as a user's may be.
+class ScratchFolder {
+public:
+    QString path(const QString& name) const { return folder_.filePath(name); }
+
+    /// @return the path of a writable copy of tests/data/@p fixture, under another name if one is given.
+    QString copy(const QString& fixture, const QString& name = {}) const
+    {
+        const QString target = path(name.isEmpty() ? fixture : name);
+        if (!QFile::copy(QStringLiteral(TEST_DATA_DIR "/") + fixture, target)
+            || !QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner))
+            qFatal("Can't copy %s to %s", qUtf8Printable(fixture), qUtf8Printable(target));
+        return target;
+    }
+
+    static QByteArray contents(const QString& path)
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly))
+            qFatal("Can't read %s", qUtf8Printable(path));
+        return file.readAll();
+    }
+
+    static QByteArray fixture(const QString& name) { return contents(QStringLiteral(TEST_DATA_DIR "/") + name); }
+
+private:
+    QTemporaryDir folder_{QDir::tempPath() + QStringLiteral("/sonvika ö 😀 XXXXXX")};
+};

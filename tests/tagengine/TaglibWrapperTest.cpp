@@ -1,0 +1,309 @@
+#include "tagengine/TaglibWrapper.h"
+#include "support/ConsoleCapture.h"
+#include "support/OtherReaders.h"
+#include "support/PropertyText.h"
+#include "support/Rows.h"
+#include "support/ScratchFolder.h"
+
+#include <iostream>
+
+#include <unistd.h>
+
+namespace {
+
+const QString blank = u"TITLE=;ARTIST=;ALBUM=;COMMENT=;GENRE=;YEAR=0;TRACK=0;"_qs;
+const QString common = u"ARTIST=The Testers;ALBUM=First Light;"_qs;
+const QString full = common
+                     + u"TITLE=Blue Window;ALBUMARTIST=The Testers and Friends;COMMENT=Made for tests;COMPILATION=1;"
+                       "DATE=2001;YEAR=2001;DISCNUMBER=1/2;GENRE=Electronic;TRACK=3;TRACKNUMBER=3/12"_qs;
+const QString loneSurrogate{QChar(0xD83D)};
+
+} // namespace
+
+class TaglibWrapperTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void reads_data()
+    {
+        addRows({"v24.mp3 | full",
+                 "v23.mp3 | full",
+                 "truncated.mp3 | full",
+                 "mp3-named.m4a | full",
+                 "no-extension-mp3 | full",
+                 "tagged.m4a | full",
+                 "faststart.m4a | full",
+                 "padded.m4a | full",
+                 "no-extension-m4a | full",
+                 "tagged.aiff | full",
+                 "untagged.mp3",
+                 "untagged.m4a",
+                 "empty.mp3",
+                 "text.mp3",
+                 "emoji.mp3 | TITLE=Smile 😀",
+                 "emoji.m4a | TITLE=Smile 😀",
+                 "two-artists.mp3 | TITLE=Two Artists;ARTIST=Second Artist",
+                 "date.mp3 | TITLE=Dated;DATE=2001-05-03;YEAR=2001",
+                 "v22.mp3 | common;TITLE=Old Frame;DATE=1999;YEAR=1999;TRACK=3;TRACKNUMBER=3/12",
+                 "v1.mp3 | common;TITLE=Short Title;COMMENT=Made for tests;GENRE=Electronic;DATE=1998;YEAR=1998;"
+                 "TRACK=7;TRACKNUMBER=7",
+                 "ape.mp3 | common;TITLE=Ape Title;GENRE=Electronic;DATE=2001;YEAR=2001;TRACK=3;TRACKNUMBER=3/12",
+                 "info.wav | common;TITLE=Wave Title;COMMENT=Made for tests;GENRE=Electronic;DATE=2001;YEAR=2001;"
+                 "TRACK=3;TRACKNUMBER=3"});
+    }
+
+    void reads()
+    {
+        auto [file, expected] = row<2>();
+        expected.replace(u"full"_qs, full).replace(u"common;"_qs, common);
+        const ScratchFolder scratch;
+        const QString path = scratch.copy(file);
+        QCOMPARE(TaglibWrapper::getMetadata(path).value_or(PropertyMap()), propertyMap(blank + expected));
+        QCOMPARE(ScratchFolder::contents(path), ScratchFolder::fixture(file));
+    }
+
+    // File, what is written, an expression about the file and what it gives.
+    void writesWhatOthersRead_data()
+    {
+        addRows(
+            {"v24.mp3 | TRACK=4;TRACKNUMBER=4/13 | tags['TRCK'] | 4/13",
+             "tagged.m4a | TRACK=4;TRACKNUMBER=4/13 | tags['trkn'] | [(4, 13)]",
+             "v23.mp3 | ALBUMARTIST= | 'TPE2' in tags | False", "tagged.m4a | ALBUMARTIST= | 'aART' in tags | False",
+             "padded.m4a | TITLE= | '\\xa9nam' in tags | False", "untagged.mp3 | ALBUMARTIST=A | tags['TPE2'] | A",
+             "untagged.m4a | ALBUMARTIST=A | tags['aART'] | ['A']", "v22.mp3 | TITLE=ü 😀 | tags['TIT2'] | ü 😀",
+             "tagged.m4a | TITLE=ü 😀 | tags['\\xa9nam'] | ['ü 😀']",
+             "faststart.m4a | COMMENT=long | len(tags['\\xa9cmt'][0]) | 5000",
+             "ape.mp3 | TITLE=New | APEv2(path)['Title'] | New", "v1.mp3 | TITLE=New | data[-125:-121] | b'New\\x00'",
+             "info.wav | TITLE=New | tags['TIT2'] | New",
+             "info.wav | TITLE=New;ALBUMARTIST=A | b'INAM\\4\\0\\0\\0New\\0' in data | True",
+             "info.wav | YEAR=1987 | b'ICRD\\5\\0\\0\\x001987' in data | True",
+             "tagged.aiff | ARTIST=New | tags['TPE1'] | New", "v23.mp3 |  | tags['TCMP'] | 1",
+             "faststart.m4a |  | tags['cpil'] | True"});
+    }
+
+    void writesWhatOthersRead()
+    {
+        auto [file, changes, expression, expected] = row<4>();
+        const PropertyMap written = propertyMap(changes.replace(u"long"_qs, QString(5000, u'c')));
+        const ScratchFolder scratch;
+        const QString path = scratch.copy(file);
+        PropertyMap rest = TaglibWrapper::getMetadata(path).value_or(PropertyMap());
+        const auto picture = TaglibWrapper::getImageData(path, path.right(3));
+        const QString sound = OtherReaders::soundDigest(path);
+        QVERIFY2(sound.startsWith(u"MD5="), qPrintable(sound));
+        QVERIFY(TaglibWrapper::setMetadata(path, written));
+        QCOMPARE(OtherReaders::mutagen(path, expression), expected);
+        QCOMPARE(OtherReaders::soundDigest(path), sound);
+        QCOMPARE(TaglibWrapper::getImageData(path, path.right(3)), picture);
+        PropertyMap after = TaglibWrapper::getMetadata(path).value_or(PropertyMap());
+        for (const auto& key : written.keys() + QStringList(u"DATE"_qs)) {
+            rest.remove(key);
+            after.remove(key);
+        }
+        QCOMPARE(after, rest);
+    }
+
+    void writesLeadingNumbers_data()
+    {
+        addRows({" | 0", "0 | 0", "-5 | 0", "+-5 | 0", "abc | 0", "3000000000 | 0", "99999999999 | 0",
+                 "2002-05-03 | 2002", "+7 | 7", " \t12 | 12"});
+    }
+
+    void writesLeadingNumbers()
+    {
+        const auto [text, expected] = row<2>();
+        const ScratchFolder scratch;
+        for (const auto& file : {u"v24.mp3"_qs, u"tagged.m4a"_qs, u"info.wav"_qs}) {
+            const QString path = scratch.copy(file);
+            QVERIFY(TaglibWrapper::setMetadata(path, {{u"YEAR"_qs, text}, {u"TRACK"_qs, text}}));
+            const auto map = TaglibWrapper::getMetadata(path).value_or(PropertyMap());
+            QCOMPARE(map[u"YEAR"_qs], expected);
+            QCOMPARE(map[u"TRACK"_qs], expected);
+            QCOMPARE(map.contains(u"DATE"_qs), expected != u"0"_qs);
+        }
+    }
+
+    void failedWritesLeaveFileAsItIs_data() { addRows({"v24.mp3", "tagged.m4a", "faststart.m4a"}); }
+
+    void failedWritesLeaveFileAsItIs()
+    {
+        QVERIFY2(geteuid() != 0, "root may write everywhere: run the tests as an ordinary user");
+        const ScratchFolder scratch;
+        const QString file = row()[0];
+        const QString path = scratch.copy(file);
+        const QByteArray before = ScratchFolder::contents(path);
+        const ConsoleCapture console(std::cout);
+        QVERIFY(!TaglibWrapper::setMetadata(path, {{u"ALBUM"_qs, u"A"_qs}, {u"TITLE"_qs, loneSurrogate}}));
+        QVERIFY(!TaglibWrapper::writeComment(path, loneSurrogate));
+        QVERIFY(!TaglibWrapper::setChapters(path, {loneSurrogate}));
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
+        QVERIFY(!TaglibWrapper::setMetadata(path, {{u"TITLE"_qs, u"New"_qs}}));
+        QVERIFY(!TaglibWrapper::removeUnsupportedTags(path) && !TaglibWrapper::removeAllTags(path));
+        QVERIFY(!TaglibWrapper::writeComment(path, u"New"_qs));
+        QVERIFY(!TaglibWrapper::setChapters(path, {u"Intro@0"_qs}));
+        QVERIFY(!TaglibWrapper::setImageData("picture", path, path.right(3)));
+        QCOMPARE(ScratchFolder::contents(path), before);
+    }
+
+    void removesTags_data() { addRows({"v24.mp3", "v22.mp3", "v1.mp3", "ape.mp3", "unsupported.mp3", "tagged.m4a"}); }
+
+    void removesTags()
+    {
+        const ScratchFolder scratch;
+        const QString file = row()[0];
+        const QString path = scratch.copy(file);
+        const auto picture = TaglibWrapper::getImageData(path, path.right(3));
+        QVERIFY(TaglibWrapper::removeAllTags(path));
+        QCOMPARE(TaglibWrapper::getMetadata(path).value_or(PropertyMap()), propertyMap(blank));
+        QCOMPARE(TaglibWrapper::getImageData(path, path.right(3)), picture);
+
+        const QString other = scratch.copy(file, u"other."_qs + path.right(3));
+        const auto tags = TaglibWrapper::getMetadata(other);
+        QVERIFY(TaglibWrapper::removeUnsupportedTags(other));
+        QCOMPARE(OtherReaders::mutagen(other, u"[k for k in tags or [] if k[:4] in 'APIC covr PRIV UFID GEOB']"_qs),
+                 u"[]"_qs);
+        QVERIFY(tags == TaglibWrapper::getMetadata(other));
+    }
+
+    void readsAndWritesSingleFields()
+    {
+        const ScratchFolder scratch;
+        const QString path = scratch.copy(u"v24.mp3"_qs);
+        const ConsoleCapture console(std::cout);
+        QCOMPARE(TaglibWrapper::getTitle(path), u"Blue Window"_qs);
+        QCOMPARE(TaglibWrapper::getComment(path), u"Made for tests"_qs);
+        QVERIFY(TaglibWrapper::writeComment(path, u"Ünder"_qs));
+        QCOMPARE(TaglibWrapper::getComment(path), u"Ünder"_qs);
+        QCOMPARE(console.text(), u"Updating comment to: Ünder\n"_qs);
+    }
+
+    void reportsFilesThatDoNotOpen_data() { addRows({"missing.mp3", "cover.jpg", "truncated.m4a"}); }
+
+    void reportsFilesThatDoNotOpen()
+    {
+        const ScratchFolder scratch;
+        const QString file = row()[0];
+        const QString path = file.startsWith(u"missing") ? scratch.path(file) : scratch.copy(file);
+        const ConsoleCapture console(std::cout);
+        QVERIFY(!TaglibWrapper::getMetadata(path) && !TaglibWrapper::getTitle(path));
+        QVERIFY(!TaglibWrapper::getImageData(path, path.right(3)) && !TaglibWrapper::getChapters(path));
+        QVERIFY(!TaglibWrapper::setImageData("picture", path, path.right(3)));
+        QVERIFY(!TaglibWrapper::setChapters(path, {}));
+        QCOMPARE(console.text(), QString());
+        QVERIFY(!TaglibWrapper::setMetadata(path, {}));
+        QVERIFY(!TaglibWrapper::removeUnsupportedTags(path) && !TaglibWrapper::removeAllTags(path));
+        QVERIFY(!TaglibWrapper::getComment(path) && !TaglibWrapper::writeComment(path, u"New"_qs));
+        const QString error = u"Error: TagLib::FileRef.isNull: Unable to open file:"_qs + path + u'\n';
+        const QString singles = u"FileRef is nil for: "_qs + path + u"\nUnable to write comment\n"_qs;
+        QCOMPARE(console.text(), error.repeated(3) + singles);
+    }
+
+    void convertsWideText()
+    {
+        const auto convert = [](const std::wstring& wide) { return TaglibWrapper::stringFromWchar(wide); };
+        QCOMPARE(convert(L""), QString());
+        QCOMPARE(convert(L"Grün"), u"Grün"_qs);
+        QCOMPARE(convert({0x1F600}), u"😀"_qs);
+        QCOMPARE(convert({0xD83D, 0xDE00}), u"😀"_qs);
+        QCOMPARE(convert({0xD83D}), std::nullopt);
+        QCOMPARE(convert({0xDE00, 0xD83D}), std::nullopt);
+        QCOMPARE(convert({0x110000}), std::nullopt);
+    }
+
+    // File, picture (a fixture or none), and the pictures that others find.
+    void writesArtwork_data()
+    {
+        addRows({"untagged.mp3 | cover.png | [('image/jpeg', 0, '', 1154)]",
+                 "two-pictures.mp3 | cover.png | [('image/jpeg', 3, 'Front', 1154), ('image/png', 4, 'Back', 1154)]",
+                 "two-pictures.mp3 |  | []", "v1.mp3 |  | []", "untagged.m4a | cover.png | [(13, 1154)]",
+                 "faststart.m4a | chapters.mp3 | [(13, 5716)]", "tagged.m4a |  | []"});
+    }
+
+    void writesArtwork()
+    {
+        const auto [file, fixture, expected] = row<3>();
+        const QByteArray picture = fixture.isEmpty() ? QByteArray() : ScratchFolder::fixture(fixture);
+        const ScratchFolder scratch;
+        const QString path = scratch.copy(file);
+        const auto tags = TaglibWrapper::getMetadata(path);
+        const QString sound = OtherReaders::soundDigest(path);
+        QVERIFY2(sound.startsWith(u"MD5="), qPrintable(sound));
+        QVERIFY(TaglibWrapper::setImageData(picture, path, path.right(3)));
+        QCOMPARE(TaglibWrapper::getImageData(path, path.right(3)).value_or(QByteArray()), picture);
+        const QString frames = u"[(p.mime, int(p.type), p.desc, len(p.data)) for p in tags.getall('APIC')]"_qs;
+        const QString covers = u"[(int(c.imageformat), len(c)) for c in tags.get('covr', [])]"_qs;
+        QCOMPARE(OtherReaders::mutagen(path, file.endsWith(u"mp3") ? frames : covers), expected);
+        QCOMPARE(OtherReaders::soundDigest(path), sound);
+        QVERIFY(tags == TaglibWrapper::getMetadata(path));
+    }
+
+    void refusesArtworkOfOtherTypes_data()
+    {
+        addRows({"v24.mp3 | MP3", "v24.mp3 | m4a", "tagged.m4a | ", "mp3-named.m4a | m4a", "m4a-named.mp3 | mp3",
+                 "info.wav | mp3", "tagged.aiff | aiff"});
+    }
+
+    void refusesArtworkOfOtherTypes()
+    {
+        const auto [file, type] = row<2>();
+        const ScratchFolder scratch;
+        const QString path = scratch.copy(file);
+        QVERIFY(!TaglibWrapper::getImageData(path, type));
+        QVERIFY(!TaglibWrapper::setImageData("picture", path, type) && !TaglibWrapper::setImageData({}, path, type));
+        QCOMPARE(ScratchFolder::contents(path), ScratchFolder::fixture(file));
+    }
+
+    // Fixture, the name of its copy, and the type.
+    void detectsFileType_data()
+    {
+        addRows({"v24.mp3 | Song.MP3 | mp3", "text.mp3 | Song.Flac | flac", "v24.mp3 | Song.mp3.m4a | m4a",
+                 "no-extension-mp3 | song | mp3", "untagged.mp3 | song | mp3", "no-extension-m4a | song | m4a",
+                 "info.wav | song | wav", "tagged.aiff | song | aif", "tagged.m4a | song. | m4a", "text.mp3 | song",
+                 "empty.mp3 | song"});
+    }
+
+    void detectsFileType()
+    {
+        const auto [fixture, name, expected] = row<3>();
+        const ScratchFolder scratch;
+        const QString path = scratch.copy(fixture, name);
+        const ConsoleCapture errors(std::cerr);
+        QCOMPARE(TaglibWrapper::detectFileType(path).value_or(QString()), expected);
+        QCOMPARE(errors.text(), QString());
+        QVERIFY(!TaglibWrapper::detectFileType(scratch.path(u"missing"_qs)));
+        QVERIFY(errors.text().endsWith(u"Unable to open FileStream: "_qs + scratch.path(u"missing\n"_qs)));
+    }
+
+    void replacesChapters_data()
+    {
+        addRows({"Intro 😀@0,Verse@900 | Intro 😀@0,Verse@900 | ['ch0', 'ch1']", " |  | []", "A@B@1000 | A@0 | ['ch0']",
+                 "A@-5,B@ 7x,C@99999999999,D | A@0,B@7,C@0,D@0 | ['ch0', 'ch1', 'ch2', 'ch3']"});
+    }
+
+    void replacesChapters()
+    {
+        const auto [written, expected, identifiers] = row<3>();
+        const ScratchFolder scratch;
+        const QString path = scratch.copy(u"chapters.mp3"_qs);
+        QCOMPARE(TaglibWrapper::getChapters(path), QStringList({u"Intro@0"_qs, u"Verse@900"_qs}));
+        QVERIFY(TaglibWrapper::setChapters(path, written.split(u',', Qt::SkipEmptyParts)));
+        QCOMPARE(TaglibWrapper::getChapters(path), expected.split(u',', Qt::SkipEmptyParts));
+        QCOMPARE(OtherReaders::mutagen(path, u"sorted(c.element_id for c in tags.getall('CHAP'))"_qs), identifiers);
+        QCOMPARE(OtherReaders::mutagen(path, u"tags['CTOC:toc'].element_id + str(tags['TIT2'])"_qs),
+                 u"tocTwo Chapters"_qs);
+    }
+
+    void refusesChaptersInOtherContainers()
+    {
+        const ScratchFolder scratch;
+        const QString path = scratch.copy(u"tagged.m4a"_qs);
+        const ConsoleCapture console(std::cout);
+        QVERIFY(!TaglibWrapper::getChapters(path));
+        QVERIFY(!TaglibWrapper::setChapters(path, {u"Intro@0"_qs}));
+        QCOMPARE(console.text(), u"TaglibWrapper.setChapters: Not a MPEG File\n"_qs);
+        QCOMPARE(ScratchFolder::contents(path), ScratchFolder::fixture(u"tagged.m4a"_qs));
+    }
+};
+
+QTEST_GUILESS_MAIN(TaglibWrapperTest)
+#include "TaglibWrapperTest.moc"
