@@ -1,0 +1,104 @@
+#include "Corpus.h"
+#include "Measure.h"
+#include "Parts.h"
+
+#include "library/ArrayController.h"
+#include "library/FileFinder.h"
+#include "library/FileLoader.h"
+#include "platform/Notifier.h"
+#include "platform/RecentDocuments.h"
+
+#include <QFile>
+
+#include <taglib/fileref.h>
+#include <taglib/tag.h>
+#include <taglib/tpropertymap.h>
+
+#include <cstdio>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+class CountingNotifier : public Notifier {
+public:
+    void postNotification(const QString&, const QString&) override { ++count; }
+
+    int count = 0;
+};
+
+class NoRecentDocuments : public RecentDocuments {
+public:
+    void noteNewRecentDocument(const QString&) override {}
+};
+
+/// What any program that shows tags has to do with TagLib at the least, and nothing else.
+double bareLoop(const QStringList& paths)
+{
+    std::vector<std::string> names;
+    for (const auto& path : paths)
+        names.push_back(QFile::encodeName(path).toStdString());
+    volatile unsigned int sink = 0;
+    return Measure::milliseconds([&] {
+        for (const auto& name : names) {
+            const TagLib::FileRef file(name.c_str(), true, TagLib::AudioProperties::Average);
+            const auto& tag = *file.tag();
+            sink = sink + tag.title().size() + tag.artist().size() + tag.album().size() + tag.comment().size();
+            sink = sink + tag.genre().size() + tag.year() + tag.track() + file.file()->properties().size();
+        }
+    });
+}
+
+double load(const QString& folder)
+{
+    CountingNotifier notifier;
+    NoRecentDocuments recentDocuments;
+    ArrayController list;
+    FileLoader loader(list, notifier, recentDocuments);
+    const double time = Measure::milliseconds([&] { loader.openPath(folder); });
+    if (notifier.count > 0)
+        std::printf("  %d files were refused\n", notifier.count);
+    return time;
+}
+
+/// @return the microseconds that loading takes for each file.
+double compare(const char* title, const QString& folder, int runs)
+{
+    const QStringList paths = FileFinder::audioFiles(folder);
+    bareLoop(paths);
+    std::vector<double> bare;
+    std::vector<double> own;
+    std::vector<double> ratios;
+    for (int i = 0; i < runs; ++i) {
+        bare.push_back(bareLoop(paths));
+        own.push_back(load(folder));
+        ratios.push_back(own.back() / bare.back());
+    }
+    const double perFile = 1000.0 / static_cast<double>(paths.size());
+    const double ownTime = Measure::median(own) * perFile;
+    std::printf("  %7d %-18s %10.1f %10.1f %10.2f\n", static_cast<int>(paths.size()), title,
+                Measure::median(bare) * perFile, ownTime, Measure::median(ratios));
+    std::fflush(stdout);
+    return ownTime;
+}
+
+} // namespace
+
+void Parts::loading(const Corpus& corpus, int largest)
+{
+    std::printf("Loading, microseconds for each file (warm cache)\n");
+    std::printf("  %7s %-18s %10s %10s %10s\n", "files", "", "bare loop", "Sonvika", "ratio");
+    for (const auto& [title, kind] : {std::pair{"MP3", Corpus::Mp3Plain},
+                                      {"MP3 with cover", Corpus::Mp3Cover},
+                                      {"M4A", Corpus::M4aPlain},
+                                      {"M4A with cover", Corpus::M4aCover}})
+        compare(title, corpus.folder(500, kind), 5);
+    const double small = compare("mixed", corpus.folder(1'000), 5);
+    double time = small;
+    for (const int count : {10'000, 50'000}) {
+        if (count <= largest)
+            time = compare("mixed", corpus.folder(count), count > 10'000 ? 1 : 3);
+    }
+    std::printf("  the largest against 1000: %.2f\n\n", time / small);
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+class Corpus;
+
+/// The parts of the benchmark; each prints its own table. None loads more than @p largest files.
+namespace Parts {
+
+/// Reading files into the list, without a window, against the bare loop.
+void loading(const Corpus& corpus, int largest);
+
+/// What a record costs, and loading with the views attached.
+void memory(const Corpus& corpus, int largest);
+/// One line of it, in a process of its own.
+void memoryChild(const QString& folder);
+
+/// Selecting all rows, and typing in the search field.
+void list(const Corpus& corpus, int largest);
+
+/// The start of the program against that of an empty window.
+void start();
+/// One such start; ends the process.
+[[noreturn]] void startChild();
+
+} // namespace Parts
