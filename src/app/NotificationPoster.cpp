@@ -13,6 +13,7 @@ NotificationPoster::NotificationPoster(UserDefaults& defaults, NotificationServi
 
 NotificationPoster::~NotificationPoster()
 {
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
     while (!waiting_.isEmpty())
         deliverNext();
 }

@@ -1,6 +1,7 @@
 #include "library/FileFinder.h"
 
-#include <QCollator>
+#include "library/TextOrder.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -26,13 +27,6 @@ struct Entry {
 void printSkipped(const std::string& path, const std::string& reason)
 {
     std::cout << path << ": " << reason << std::endl;
-}
-
-QCollator nameCollator()
-{
-    QCollator collator;
-    collator.setNumericMode(true);
-    return collator;
 }
 
 /// The entry when it is a folder or an audio file that may be taken.
@@ -102,7 +96,7 @@ QStringList audioFiles(const QString& path)
     if (hasSupportedExtension(absolute))
         files.append(absolute);
     else if (QFileInfo(absolute).isDir())
-        collect(absolute, nameCollator(), files);
+        collect(absolute, TextOrder::collator(), files);
     return files;
 }
 

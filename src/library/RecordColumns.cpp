@@ -1,8 +1,8 @@
 #include "library/RecordColumns.h"
 
+#include "library/TextOrder.h"
 #include "model/NumberText.h"
 
-#include <QCollator>
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -108,9 +108,7 @@ void sort(std::vector<AudioFilePtr>& records, int column, bool ascending)
         sortByKey<NumberKey>(records, info(column).text, ascending, numberKey);
         return;
     }
-    QCollator collator;
-    collator.setNumericMode(true);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    const QCollator collator = TextOrder::collator();
     sortByKey<QCollatorSortKey>(records, info(column).text, ascending,
                                 [&](const QString& text) { return collator.sortKey(text); });
 }

@@ -32,47 +32,49 @@ QDomDocument readList(const QString& path)
     return document;
 }
 
-QDomElement child(QDomDocument& document, QDomElement parent, const QString& name)
+QDomElement findChild(const QDomElement& parent, const QString& name, const QString& attribute, const QString& value)
 {
-    QDomElement element = document.createElement(name);
-    parent.appendChild(element);
+    QDomElement element = parent.firstChildElement(name);
+    while (!element.isNull() && element.attribute(attribute) != value)
+        element = element.nextSiblingElement(name);
     return element;
 }
 
-void removeBookmark(QDomElement list, const QString& address)
+/// The child with this attribute, made when there is none.
+QDomElement child(QDomElement parent, const QString& name, const QString& attribute = {}, const QString& value = {})
 {
-    QDomElement bookmark = list.firstChildElement(QStringLiteral("bookmark"));
-    while (!bookmark.isNull()) {
-        const QDomElement next = bookmark.nextSiblingElement(QStringLiteral("bookmark"));
-        if (bookmark.attribute(QStringLiteral("href")) == address)
-            list.removeChild(bookmark);
-        bookmark = next;
+    QDomElement element = findChild(parent, name, attribute, value);
+    if (element.isNull()) {
+        element = parent.ownerDocument().createElement(name);
+        if (!attribute.isEmpty())
+            element.setAttribute(attribute, value);
+        parent.appendChild(element);
     }
+    return element;
 }
 
-void appendBookmark(QDomDocument& document, const QString& path, const QString& time)
+/// Lists the file, or brings its entry up to date; what other programs noted there stays.
+void noteBookmark(QDomElement list, const QString& path, const QString& time)
 {
-    QDomElement list = document.documentElement();
     const QString address = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
-    removeBookmark(list, address);
+    QDomElement bookmark = child(list, QStringLiteral("bookmark"), QStringLiteral("href"), address);
+    if (!bookmark.hasAttribute(QStringLiteral("added")))
+        bookmark.setAttribute(QStringLiteral("added"), time);
+    bookmark.setAttribute(QStringLiteral("modified"), time);
+    bookmark.setAttribute(QStringLiteral("visited"), time);
 
-    QDomElement bookmark = child(document, list, QStringLiteral("bookmark"));
-    bookmark.setAttribute(QStringLiteral("href"), address);
-    for (const auto& moment : {"added", "modified", "visited"})
-        bookmark.setAttribute(QLatin1String(moment), time);
-
-    QDomElement info = child(document, bookmark, QStringLiteral("info"));
-    QDomElement metadata = child(document, info, QStringLiteral("metadata"));
-    metadata.setAttribute(QStringLiteral("owner"), QStringLiteral("http://freedesktop.org"));
-    QDomElement mime = child(document, metadata, QStringLiteral("mime:mime-type"));
-    mime.setAttribute(QStringLiteral("type"),
+    QDomElement metadata = child(child(bookmark, QStringLiteral("info")), QStringLiteral("metadata"),
+                                 QStringLiteral("owner"), QStringLiteral("http://freedesktop.org"));
+    child(metadata, QStringLiteral("mime:mime-type"))
+        .setAttribute(QStringLiteral("type"),
                       QMimeDatabase().mimeTypeForFile(path, QMimeDatabase::MatchExtension).name());
-    QDomElement applications = child(document, metadata, QStringLiteral("bookmark:applications"));
-    QDomElement application = child(document, applications, QStringLiteral("bookmark:application"));
-    application.setAttribute(QStringLiteral("name"), QStringLiteral("Sonvika"));
+    QDomElement application =
+        child(child(metadata, QStringLiteral("bookmark:applications")), QStringLiteral("bookmark:application"),
+              QStringLiteral("name"), QStringLiteral("Sonvika"));
     application.setAttribute(QStringLiteral("exec"), QStringLiteral("'sonvika %u'"));
     application.setAttribute(QStringLiteral("modified"), time);
-    application.setAttribute(QStringLiteral("count"), QStringLiteral("1"));
+    const int count = application.attribute(QStringLiteral("count")).toInt();
+    application.setAttribute(QStringLiteral("count"), count + 1);
 }
 
 } // namespace
@@ -103,7 +105,7 @@ void RecentFilesList::writePending()
         return;
     const QString time = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
     for (const auto& path : paths)
-        appendBookmark(document, path, time);
+        noteBookmark(document.documentElement(), path, time);
 
     QDir().mkpath(QFileInfo(listPath_).path());
     QSaveFile file(listPath_);

@@ -36,9 +36,14 @@ GenreBox::GenreBox(QWidget* parent)
 
 void GenreBox::keyPressEvent(QKeyEvent* event)
 {
-    const bool plain = !(event->modifiers() & ~Qt::KeypadModifier);
-    if (plain && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
+    const bool upOrDown = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
+    const bool pages = event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown;
+    const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    if (upOrDown && !modifiers) {
         emit field_->rowStepWanted(event->key() == Qt::Key_Up ? -1 : 1);
+    } else if (pages || (upOrDown && modifiers != Qt::AltModifier)) {
+        // These would choose another genre, and write it, unseen.
+        event->ignore();
     } else {
         const QScopedValueRollback guard(deleting_, isDeletion(*event));
         QComboBox::keyPressEvent(event);
