@@ -19,23 +19,22 @@ ViewController::ViewController(ArrayController& list, FileLoader& loader, FieldE
 
 void ViewController::openDocument()
 {
-    panels_.chooseAudioFiles(tr("Open Music Files"), [this](const QStringList& paths) {
-        for (const auto& path : paths)
-            openPath(path);
-    });
+    panels_.chooseAudioFiles(tr("Open Music Files"), [this](const QStringList& paths) { openPaths(paths); });
 }
 
 void ViewController::openFolder()
 {
-    panels_.chooseAudioFolder(tr("Open Music Files"), [this](const QStringList& paths) {
-        for (const auto& path : paths)
-            openPath(path);
-    });
+    panels_.chooseAudioFolder(tr("Open Music Files"), [this](const QStringList& paths) { openPaths(paths); });
 }
 
 bool ViewController::openPath(const QString& path)
 {
     return loader_.openPath(path);
+}
+
+void ViewController::openPaths(const QStringList& paths)
+{
+    loader_.openPaths(paths);
 }
 
 void ViewController::removeDocuments()

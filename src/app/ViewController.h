@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 class ArrayController;
 class FieldEditor;
@@ -25,6 +26,8 @@ public:
     void openFolder();
     /// Adds a file, or every audio file below a folder. @return true when every file found was added.
     bool openPath(const QString& path);
+    /// The same for several paths.
+    void openPaths(const QStringList& paths);
     /// Removes the selected rows from the list and selects the row that took their place. No file is touched.
     void removeDocuments();
     /// Empties the list of the shown records, as the window goes away.

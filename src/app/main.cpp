@@ -93,8 +93,7 @@ int main(int argc, char* argv[])
     program.window.show();
 
     QTimer::singleShot(0, &program.window, [&] {
-        for (const auto& path : options.paths)
-            program.controller.openPath(path);
+        program.controller.openPaths(options.paths);
         if (!options.screenshot.isEmpty())
             saveScreenshot(program, options.screenshot);
     });

@@ -126,6 +126,8 @@ int ArrayController::moveRows(const QList<int>& rows, int gap)
         std::find_if(std::make_reverse_iterator(arranged_.begin() + gap), arranged_.rend(), stays);
     const AudioFilePtr before = lastBefore == arranged_.rend() ? nullptr : *lastBefore;
 
+    if (!anchor && !before)
+        return static_cast<int>(arranged_.size()) - 1;
     sortColumn_ = -1;
     rearrange(
         [&] {

@@ -23,6 +23,13 @@ bool FileLoader::openPath(const QString& path)
     return allAdded;
 }
 
+void FileLoader::openPaths(const QStringList& paths)
+{
+    const ArrayController::AddingBatch batch(list_);
+    for (const auto& path : paths)
+        openPath(path);
+}
+
 bool FileLoader::loadFile(const QString& path)
 {
     emit frontWanted();

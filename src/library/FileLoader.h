@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 class ArrayController;
 class Notifier;
@@ -17,6 +18,9 @@ public:
     /// Adds a file, or every audio file below a folder.
     /// @return true when every file found under @p path was added; true also when there was none.
     bool openPath(const QString& path);
+
+    /// The same for several paths, one after another; the views follow once at the end.
+    void openPaths(const QStringList& paths);
 
     /// Adds one file by its absolute path. A file whose path is contained in a listed path counts as open already.
     /// @return true when it was added.

@@ -56,8 +56,7 @@ void ListDrops::acceptDrop(const QMimeData& data, bool fromThisList, int gap)
         reorder(data, gap);
         return;
     }
-    for (const auto& file : localFiles(data))
-        loader_.openPath(file);
+    loader_.openPaths(localFiles(data));
 }
 
 void ListDrops::reorder(const QMimeData& data, int gap)

@@ -3,7 +3,6 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 
 namespace {
 
@@ -24,27 +23,57 @@ bool nobodyServes(const QDBusError& error)
     case QDBusError::ServiceUnknown:
     case QDBusError::Disconnected:
     case QDBusError::NoServer:
-    case QDBusError::NoReply:
         return true;
     default:
         return error.name().startsWith(QLatin1String("org.freedesktop.DBus.Error.Spawn"));
     }
 }
 
-/// Calls @p done with the reply, also where there is no bus at all.
+/// Calls @p done with the reply, or with an error that says so where there is no bus.
 template <class Done>
 void send(const QDBusMessage& message, QObject* context, Done done)
 {
-    auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(message), context);
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        done(QDBusMessage::createError(QDBusError::Disconnected, QString()));
+        return;
+    }
+    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), context);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context, [done](QDBusPendingCallWatcher* finished) {
         finished->deleteLater();
-        done(*finished);
+        done(finished->reply());
     });
+}
+
+bool isError(const QDBusMessage& reply)
+{
+    return reply.type() == QDBusMessage::ErrorMessage;
+}
+
+/// The body as a service shows it that reads markup: only what would be taken for markup is escaped.
+QString escaped(QString body)
+{
+    return body.replace(QLatin1Char('&'), QLatin1String("&amp;"))
+        .replace(QLatin1Char('<'), QLatin1String("&lt;"))
+        .replace(QLatin1Char('>'), QLatin1String("&gt;"));
 }
 
 } // namespace
 
 void DBusNotificationService::deliver(const Notice& notice, std::function<void()> failed)
+{
+    if (readsMarkup_) {
+        notify(notice, failed);
+        return;
+    }
+    send(call(QStringLiteral("GetCapabilities")), this, [this, notice, failed](const QDBusMessage& reply) {
+        if (!isError(reply))
+            readsMarkup_ = reply.arguments().value(0).toStringList().contains(QLatin1String("body-markup"));
+        notify(notice, failed);
+    });
+}
+
+void DBusNotificationService::notify(const Notice& notice, const std::function<void()>& failed)
 {
     const QVariantMap hints{
         {QStringLiteral("urgency"), QVariant::fromValue(notice.quiet ? lowUrgency : normalUrgency)},
@@ -52,13 +81,14 @@ void DBusNotificationService::deliver(const Notice& notice, std::function<void()
         {QStringLiteral("desktop-entry"), QStringLiteral("org.sonvika.Sonvika")},
         {QStringLiteral("x-sonvika-identifier"), notice.identifier},
     };
+    const QString body = readsMarkup_.value_or(false) ? escaped(notice.body) : notice.body;
     QDBusMessage message = call(QStringLiteral("Notify"));
-    message.setArguments({QStringLiteral("Sonvika"), 0u, QString(), notice.title, notice.body.toHtmlEscaped(),
-                          QStringList(), hints, expiryByServer});
-    send(message, this, [notice, failed](const QDBusPendingCall& reply) {
-        if (!reply.isError())
+    message.setArguments(
+        {QStringLiteral("Sonvika"), 0u, QString(), notice.title, body, QStringList(), hints, expiryByServer});
+    send(message, this, [notice, failed](const QDBusMessage& reply) {
+        if (!isError(reply))
             return;
-        if (nobodyServes(reply.error()))
+        if (nobodyServes(QDBusError(reply)))
             qInfo("%s: %s", qUtf8Printable(notice.title), qUtf8Printable(notice.body));
         else
             failed();
@@ -67,6 +97,8 @@ void DBusNotificationService::deliver(const Notice& notice, std::function<void()
 
 void DBusNotificationService::requestAuthorization(std::function<void(bool granted)> answered)
 {
-    send(call(QStringLiteral("GetServerInformation")), this,
-         [answered](const QDBusPendingCall& reply) { answered(!reply.isError()); });
+    // A service that is slow to answer has refused nothing.
+    send(call(QStringLiteral("GetServerInformation")), this, [answered](const QDBusMessage& reply) {
+        answered(!isError(reply) || QDBusError(reply).type() == QDBusError::NoReply);
+    });
 }

@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 /// `org.freedesktop.Notifications` on the session bus. Where nobody serves it, a notice becomes a log line, and
 /// notices count as not authorised.
 class DBusNotificationService : public QObject, public NotificationService {
@@ -12,4 +14,10 @@ class DBusNotificationService : public QObject, public NotificationService {
 public:
     void deliver(const Notice& notice, std::function<void()> failed) override;
     void requestAuthorization(std::function<void(bool granted)> answered) override;
+
+private:
+    void notify(const Notice& notice, const std::function<void()>& failed);
+
+    /// Whether the service reads markup in a notice's body; none before it was asked.
+    std::optional<bool> readsMarkup_;
 };

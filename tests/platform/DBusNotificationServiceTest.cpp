@@ -11,6 +11,7 @@ class NotificationServer : public QObject, protected QDBusContext {
 
 public:
     QVariantList shown;
+    QStringList capabilities;
     bool refuses = false;
 
 public slots:
@@ -22,6 +23,7 @@ public slots:
         shown = {name, replaces, summary, body, actions, hints.value(QStringLiteral("urgency"))};
         return 1;
     }
+    QStringList GetCapabilities() { return capabilities; }
     QString GetServerInformation() { return QStringLiteral("server"); }
 };
 
@@ -35,13 +37,16 @@ private slots:
         NotificationServer server;
         QVERIFY(bus.registerObject(u"/org/freedesktop/Notifications"_qs, &server, QDBusConnection::ExportAllSlots));
         QVERIFY(bus.registerService(u"org.freedesktop.Notifications"_qs));
-        DBusNotificationService service;
-        for (const bool quiet : {false, true}) {
-            service.deliver({u"id"_qs, u"A & B"_qs, u"<b>\"x\"</b> & y"_qs, quiet}, [] { QFAIL("refused"); });
-            QTRY_COMPARE(server.shown,
-                         (QVariantList{u"Sonvika"_qs, 0u, u"A & B"_qs, u"&lt;b&gt;&quot;x&quot;&lt;/b&gt; &amp; y"_qs,
-                                       QStringList(), QVariant::fromValue(uchar(quiet ? 0 : 1))}));
+        const QString body = u"<b>\"x\"</b> & y"_qs;
+        for (const bool markup : {false, true}) {
+            server.capabilities = markup ? QStringList{u"body-markup"_qs} : QStringList();
+            DBusNotificationService service;
+            service.deliver({u"id"_qs, u"A & B"_qs, body, markup}, [] { QFAIL("refused"); });
+            QTRY_COMPARE(server.shown, (QVariantList{u"Sonvika"_qs, 0u, u"A & B"_qs,
+                                                     markup ? u"&lt;b&gt;\"x\"&lt;/b&gt; &amp; y"_qs : body,
+                                                     QStringList(), QVariant::fromValue(uchar(markup ? 0 : 1))}));
         }
+        DBusNotificationService service;
         QCOMPARE(isGranted(service), true);
 
         server.refuses = true;

@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
@@ -19,8 +20,10 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
-#include <QToolButton>
+
+#include <utility>
 
 namespace {
 
@@ -28,6 +31,7 @@ constexpr QSize initialSize(1100, 700);
 constexpr int editorWidth = 320;
 constexpr int searchWidth = 240;
 constexpr int statusIndent = 4;
+constexpr int layoutSettlesAfter = 500;
 
 } // namespace
 
@@ -45,6 +49,7 @@ MainWindow::MainWindow(ViewController& controller, ArrayController& list, ListDr
     statusBar()->addWidget(status_, 1);
     connectController();
     restoreLayout();
+    watchLayout();
     controller_.updateFields();
     updateStatus();
     table_->setFocus();
@@ -54,12 +59,17 @@ MainWindow::~MainWindow() = default;
 
 void MainWindow::bringToFront()
 {
+    if (!std::exchange(frontWanted_, true))
+        QTimer::singleShot(0, this, &MainWindow::comeToFront);
+}
+
+void MainWindow::comeToFront()
+{
+    frontWanted_ = false;
     if (isActiveWindow())
         return;
-    if (isMinimized())
-        showNormal();
-    else
-        show();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
     raise();
     activateWindow();
 }
@@ -244,6 +254,20 @@ void MainWindow::restoreLayout()
     restoreGeometry(defaults_.dataForKey(DefaultsKey::windowGeometry));
     splitter_->restoreState(defaults_.dataForKey(DefaultsKey::splitterState));
     table_->restoreHeaderState(defaults_.dataForKey(DefaultsKey::tableHeaderState));
+}
+
+void MainWindow::watchLayout()
+{
+    auto* settled = new QTimer(this);
+    settled->setSingleShot(true);
+    settled->setInterval(layoutSettlesAfter);
+    connect(settled, &QTimer::timeout, this, &MainWindow::storeLayout);
+    const auto changed = [settled] { settled->start(); };
+    const auto* header = table_->horizontalHeader();
+    connect(header, &QHeaderView::sectionResized, settled, changed);
+    connect(header, &QHeaderView::sectionMoved, settled, changed);
+    connect(header, &QHeaderView::sortIndicatorChanged, settled, changed);
+    connect(splitter_, &QSplitter::splitterMoved, settled, changed);
 }
 
 void MainWindow::storeLayout()

@@ -23,7 +23,8 @@ public:
     MainWindow(ViewController& controller, ArrayController& list, ListDrops& drops, UserDefaults& defaults);
     ~MainWindow() override;
 
-    /// Makes the window visible and gives it the focus, unless it has it.
+    /// Makes the window visible and gives it the focus, unless it has it, when the event loop is reached again. Any
+    /// number of wishes until then count as one.
     void bringToFront();
 
 protected:
@@ -41,7 +42,10 @@ private:
     void findInList();
     /// What a key does in the search field.
     void addSearchKey(Qt::Key key, const std::function<void()>& action);
+    void comeToFront();
     void restoreLayout();
+    /// Has the layout stored a moment after its last change.
+    void watchLayout();
     void storeLayout();
 
     ViewController& controller_;
@@ -59,4 +63,5 @@ private:
     EditorPane* editor_ = nullptr;
     AlbumArtView* art_ = nullptr;
     QLabel* status_ = nullptr;
+    bool frontWanted_ = false;
 };

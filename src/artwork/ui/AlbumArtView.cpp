@@ -30,6 +30,7 @@ void AlbumArtView::setArt(const QByteArray& bytes)
         return;
     bytes_ = bytes;
     decode();
+    setAccessibleDescription(showsArt() ? tr("Shows the cover art of the selection") : tr("No Artwork"));
 }
 
 QSize AlbumArtView::sizeHint() const

@@ -58,6 +58,13 @@ EditorPane::EditorPane(QWidget* parent) : QWidget(parent), grid_(new QGridLayout
     showSummary(SelectionSummary());
 }
 
+EditorPane::~EditorPane()
+{
+    // A field that loses the focus while it is destroyed ends its editing.
+    for (auto* field : std::as_const(fields_))
+        field->disconnect(this);
+}
+
 void EditorPane::setHeader(QWidget* header)
 {
     auto* column = static_cast<QVBoxLayout*>(layout());

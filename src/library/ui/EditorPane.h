@@ -16,6 +16,7 @@ class EditorPane : public QWidget {
 
 public:
     explicit EditorPane(QWidget* parent = nullptr);
+    ~EditorPane() override;
 
     /// Puts a widget (the art well) above the fields.
     void setHeader(QWidget* header);

@@ -13,14 +13,18 @@ public:
 
     TagField& field() const { return *field_; }
 
+    void showPopup() override;
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
     void complete(const QString& typed);
+    void noteText(const QString& text);
     void applyChoice(int index);
 
     TagField* field_;
-    bool deleting_ = false;
+    QString typed_; ///< what the user has typed last
+    QString shown_; ///< the same with its completion
 };

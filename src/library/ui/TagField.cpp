@@ -2,11 +2,14 @@
 
 #include <QKeyEvent>
 
+#include <limits>
 #include <utility>
 
 TagField::TagField(QString key, QString summaryName, QWidget* parent)
     : QLineEdit(parent), key_(std::move(key)), summaryName_(std::move(summaryName))
 {
+    // A text that is cut when it is shown would be written cut.
+    setMaxLength(std::numeric_limits<int>::max());
     connect(this, &QLineEdit::editingFinished, this, &TagField::commit);
     connect(this, &QLineEdit::textChanged, this, &TagField::updateTextColour);
 }
@@ -14,8 +17,8 @@ TagField::TagField(QString key, QString summaryName, QWidget* parent)
 void TagField::showValue(const QString& text, bool isMixed)
 {
     mixed_ = isMixed;
-    originalStringValue_ = text;
     setText(text);
+    originalStringValue_ = this->text();
     updateTextColour();
     if (hasFocus())
         selectAll();
@@ -72,7 +75,7 @@ void TagField::mouseReleaseEvent(QMouseEvent* event)
 void TagField::changeEvent(QEvent* event)
 {
     QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::EnabledChange)
+    if (event->type() == QEvent::PaletteChange)
         updateTextColour();
 }
 
@@ -86,5 +89,8 @@ void TagField::updateTextColour()
     QPalette colours;
     if (showsMarker())
         colours.setColor(QPalette::Text, palette().color(QPalette::PlaceholderText));
-    setPalette(colours);
+    const bool isCurrent = colours.resolveMask() == palette().resolveMask()
+                           && (!showsMarker() || colours.color(QPalette::Text) == palette().color(QPalette::Text));
+    if (!isCurrent)
+        setPalette(colours);
 }
