@@ -1,4 +1,5 @@
 #include "app/ui/Program.h"
+#include "tagengine/TaglibWrapper.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -81,6 +82,7 @@ int main(int argc, char* argv[])
     QGuiApplication::setDesktopFileName(QStringLiteral("org.sonvika.Sonvika"));
     const Options options = parseOptions(application);
 
+    TaglibWrapper::recoverInterruptedChanges();
     Program program;
     program.panels.setParentWindow(&program.window);
     QObject::connect(&program.loader, &FileLoader::activationWanted, &program.window, &MainWindow::bringToFront);

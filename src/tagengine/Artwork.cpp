@@ -88,7 +88,7 @@ std::optional<TagLib::ByteVector> EngineReads::picture(const OpenedFile& file, c
 
 std::optional<QByteArray> TaglibWrapper::getImageData(const QString& path, const QString& type)
 {
-    const OpenedFile file(path, OpenedFile::Mode::Read);
+    const OpenedFile file(path);
     const auto picture = EngineReads::picture(file, type);
     return picture ? std::optional(QByteArray(picture->data(), picture->size())) : std::nullopt;
 }
@@ -97,14 +97,17 @@ bool TaglibWrapper::setImageData(const QByteArray& bytes, const QString& path, c
 {
     if (type != mpegType && type != mp4Type)
         return false;
-    OpenedFile opened(path, OpenedFile::Mode::ReadWrite);
-    auto* mpeg = opened.as<TagLib::MPEG::File>();
-    auto* mp4 = opened.as<TagLib::MP4::File>();
-    if (type == mpegType && mpeg)
-        writePicture(*mpeg, bytes);
-    else if (type == mp4Type && mp4 && mp4->tag())
-        writePicture(*mp4, bytes);
-    else
-        return false;
-    return opened.save();
+    return OpenedFile::rewrite(path, [&](OpenedFile& opened) {
+        auto* mpeg = opened.as<TagLib::MPEG::File>();
+        auto* mp4 = opened.as<TagLib::MP4::File>();
+        if (!bytes.isEmpty() && type == mpegType)
+            opened.fillId3v2Tag();
+        if (type == mpegType && mpeg)
+            writePicture(*mpeg, bytes);
+        else if (type == mp4Type && mp4 && mp4->tag())
+            writePicture(*mp4, bytes);
+        else
+            return false;
+        return true;
+    });
 }

@@ -1,10 +1,9 @@
 #include "tagengine/BlockReader.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <cstring>
+#include "tagengine/PosixFile.h"
 
-#include <unistd.h>
+#include <algorithm>
+#include <cstring>
 
 std::size_t BlockReader::read(std::int64_t offset, char* into, std::size_t length)
 {
@@ -36,17 +35,9 @@ const BlockReader::Block& BlockReader::block(std::int64_t index)
     return slot;
 }
 
-std::size_t BlockReader::readDirectly(std::int64_t offset, char* into, std::size_t length) const
+std::size_t BlockReader::readDirectly(std::int64_t offset, char* into, std::size_t length)
 {
-    std::size_t done = 0;
-    while (done < length) {
-        const ssize_t count =
-            ::pread(descriptor_, into + done, length - done, offset + static_cast<std::int64_t>(done));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            break;
-        done += static_cast<std::size_t>(count);
-    }
-    return done;
+    const std::int64_t count = PosixFile::readAt(descriptor_, offset, into, length);
+    failed_ = failed_ || count < 0;
+    return static_cast<std::size_t>(std::max<std::int64_t>(count, 0));
 }

@@ -15,6 +15,9 @@ public:
     /// @return the number of bytes read; fewer than @p length at the end of the file or after an error.
     std::size_t read(std::int64_t offset, char* into, std::size_t length);
 
+    /// Whether the system has reported an error in any read so far.
+    bool failed() const { return failed_; }
+
 private:
     static constexpr std::size_t blockSize = 8 * 1024;
     static constexpr std::size_t blockCount = 16;
@@ -26,8 +29,9 @@ private:
     };
 
     const Block& block(std::int64_t index);
-    std::size_t readDirectly(std::int64_t offset, char* into, std::size_t length) const;
+    std::size_t readDirectly(std::int64_t offset, char* into, std::size_t length);
 
     int descriptor_;
+    bool failed_ = false;
     std::array<Block, blockCount> blocks_;
 };

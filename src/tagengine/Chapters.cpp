@@ -64,7 +64,7 @@ std::unique_ptr<ChapterFrame> makeChapter(const QString& text, const QByteArray&
 
 std::optional<QStringList> TaglibWrapper::getChapters(const QString& path)
 {
-    const OpenedFile file(path, OpenedFile::Mode::Read);
+    const OpenedFile file(path);
     if (file.isNull() || !file.tag())
         return std::nullopt;
     auto* mpeg = file.as<TagLib::MPEG::File>();
@@ -82,21 +82,24 @@ std::optional<QStringList> TaglibWrapper::getChapters(const QString& path)
 
 bool TaglibWrapper::setChapters(const QString& path, const QStringList& chapters)
 {
-    OpenedFile file(path, OpenedFile::Mode::ReadWrite);
-    if (file.isNull() || !file.tag())
-        return false;
-    auto* mpeg = file.as<TagLib::MPEG::File>();
-    if (!mpeg) {
-        TagText::printLine(QStringLiteral("TaglibWrapper.setChapters: Not a MPEG File"));
-        return false;
-    }
-    if (!std::all_of(chapters.begin(), chapters.end(), TagText::isValid))
-        return false;
-    auto* tag = mpeg->ID3v2Tag(true);
-    tag->removeFrames("CHAP");
-    const auto taken = contentsIdentifiers(*tag);
-    int counter = 0;
-    for (const auto& text : chapters)
-        tag->addFrame(makeChapter(text, nextIdentifier(taken, counter)).release());
-    return file.save();
+    return OpenedFile::rewrite(path, [&](OpenedFile& file) {
+        if (file.isNull() || !file.tag())
+            return false;
+        auto* mpeg = file.as<TagLib::MPEG::File>();
+        if (!mpeg) {
+            TagText::printLine(QStringLiteral("TaglibWrapper.setChapters: Not a MPEG File"));
+            return false;
+        }
+        if (!std::all_of(chapters.begin(), chapters.end(), TagText::isValid))
+            return false;
+        if (!chapters.isEmpty())
+            file.fillId3v2Tag();
+        auto* tag = mpeg->ID3v2Tag(true);
+        tag->removeFrames("CHAP");
+        const auto taken = contentsIdentifiers(*tag);
+        int counter = 0;
+        for (const auto& text : chapters)
+            tag->addFrame(makeChapter(text, nextIdentifier(taken, counter)).release());
+        return true;
+    });
 }

@@ -1,32 +1,72 @@
 #include "tagengine/OpenedFile.h"
 
-#include "tagengine/ReadStream.h"
-
 #include <QFile>
 
+#include <taglib/id3v2tag.h>
+#include <taglib/infotag.h>
 #include <taglib/mp4file.h>
 #include <taglib/mpegfile.h>
-#include <taglib/tfilestream.h>
+#include <taglib/tpropertymap.h>
+#include <taglib/wavfile.h>
 
 namespace {
 
-std::unique_ptr<TagLib::IOStream> openStream(const QByteArray& path, OpenedFile::Mode mode)
+/// A track such as "0/12" or a date that is no number: TagLib's save would put the ID3v1 tag's missing number in its
+/// place, and so drop it.
+bool holdsUnreadNumber(const TagLib::ID3v2::Tag& tag)
 {
-    if (mode == OpenedFile::Mode::Read)
-        return std::make_unique<ReadStream>(path);
-    return std::make_unique<TagLib::FileStream>(path.constData());
+    return (tag.track() == 0 && !tag.frameList("TRCK").isEmpty())
+           || (tag.year() == 0 && !tag.frameList("TDRC").isEmpty());
 }
 
 } // namespace
 
-OpenedFile::OpenedFile(const QString& path, Mode mode)
-    : stream_(openStream(QFile::encodeName(path), mode)), ref_(stream_.get(), true, TagLib::AudioProperties::Average)
+OpenedFile::OpenedFile(const QString& path, SafeFileStream::Mode mode)
+    : stream_(QFile::encodeName(path), mode), ref_(&stream_, true, TagLib::AudioProperties::Average)
 {
 }
 
-bool OpenedFile::save()
+bool OpenedFile::rewrite(const QString& path, const std::function<bool(OpenedFile&)>& change)
 {
-    const bool isDisguisedMp4 = as<TagLib::MPEG::File>() && !TagLib::MPEG::File::isSupported(stream_.get())
-                                && TagLib::MP4::File::isSupported(stream_.get());
-    return !isDisguisedMp4 && ref_.save();
+    using Outcome = SafeFileStream::Outcome;
+    constexpr int attempts = 3;
+    Outcome outcome = Outcome::Stale;
+    for (int attempt = 0; attempt < attempts && outcome == Outcome::Stale; ++attempt) {
+        OpenedFile file(path, SafeFileStream::Mode::ReadWrite);
+        if (!change(file))
+            return false;
+        outcome = file.save();
+    }
+    return outcome == Outcome::Saved;
+}
+
+void OpenedFile::fillId3v2Tag()
+{
+    auto* mpeg = as<TagLib::MPEG::File>();
+    auto* wav = as<TagLib::RIFF::WAV::File>();
+    auto* tag = mpeg ? mpeg->ID3v2Tag(true) : wav ? wav->ID3v2Tag() : nullptr;
+    if (tag && tag->isEmpty())
+        tag->setProperties(mpeg ? mpeg->properties() : wav->InfoTag()->properties());
+}
+
+SafeFileStream::Outcome OpenedFile::save()
+{
+    const bool isDisguisedMp4 = as<TagLib::MPEG::File>() && !TagLib::MPEG::File::isSupported(&stream_)
+                                && TagLib::MP4::File::isSupported(&stream_);
+    if (isDisguisedMp4 || !saveTags())
+        return SafeFileStream::Outcome::Failed;
+    // An MP4 with a damaged structure may come out of a save as one that no longer opens.
+    if (as<TagLib::MP4::File>() && !TagLib::MP4::File(&stream_, false).isValid())
+        return SafeFileStream::Outcome::Failed;
+    return stream_.commit();
+}
+
+bool OpenedFile::saveTags()
+{
+    using MpegFile = TagLib::MPEG::File;
+    auto* mpeg = as<MpegFile>();
+    const auto* tag = mpeg ? mpeg->ID3v2Tag(false) : nullptr;
+    if (tag && holdsUnreadNumber(*tag))
+        return mpeg->save(MpegFile::AllTags, MpegFile::StripOthers, TagLib::ID3v2::v4, MpegFile::DoNotDuplicate);
+    return ref_.save();
 }

@@ -2,9 +2,9 @@
 #include "tagengine/OpenedFile.h"
 #include "tagengine/TagText.h"
 #include "tagengine/TaglibWrapper.h"
+#include "tagengine/UndoRecord.h"
 
 #include <taglib/apetag.h>
-#include <taglib/id3v2tag.h>
 #include <taglib/infotag.h>
 #include <taglib/mpegfile.h>
 #include <taglib/tag.h>
@@ -84,6 +84,21 @@ void writeGeneric(const OpenedFile& file, const Field& field, const Value& value
         (info->*field.set)(value);
 }
 
+/// TagLib writes the property interface's keys into ID3v2 (and ID3v1) alone; an older value in the APE tag would come
+/// to light again.
+void writeToApeTag(const OpenedFile& file, const TagLib::String& name, const QString& value)
+{
+    auto* mpeg = file.as<TagLib::MPEG::File>();
+    if (!mpeg || !mpeg->hasAPETag())
+        return;
+    TagLib::PropertyMap properties = mpeg->APETag()->properties();
+    if (value.isEmpty())
+        properties.erase(name);
+    else
+        properties.replace(name, TagLib::StringList(TagText::toTagLib(value)));
+    mpeg->APETag()->setProperties(properties);
+}
+
 void writeProperty(const OpenedFile& file, const QString& key, const QString& value)
 {
     TagLib::PropertyMap properties = file.file()->properties();
@@ -93,6 +108,7 @@ void writeProperty(const OpenedFile& file, const QString& key, const QString& va
     else
         properties.replace(name, TagLib::StringList(TagText::toTagLib(value)));
     file.file()->setProperties(properties);
+    writeToApeTag(file, name, value);
 }
 
 void writeEntry(const OpenedFile& file, const QString& key, const QString& value)
@@ -103,17 +119,6 @@ void writeEntry(const OpenedFile& file, const QString& key, const QString& value
         writeGeneric(file, *number, TagText::leadingNumber(value));
     else
         writeProperty(file, key, value);
-}
-
-/// TagLib reports the properties of the ID3v2 tag alone once that holds anything: it takes over what the file's older
-/// tags (APE, INFO) show, so that writing one field does not hide the others.
-void fillId3v2Tag(const OpenedFile& file)
-{
-    auto* mpeg = file.as<TagLib::MPEG::File>();
-    auto* wav = file.as<TagLib::RIFF::WAV::File>();
-    auto* tag = mpeg ? mpeg->ID3v2Tag(true) : wav ? wav->ID3v2Tag() : nullptr;
-    if (tag && tag->isEmpty())
-        tag->setProperties(mpeg ? file.file()->properties() : wav->InfoTag()->properties());
 }
 
 void printOpenError(const QString& path)
@@ -138,14 +143,14 @@ std::optional<PropertyMap> EngineReads::metadata(const OpenedFile& file)
 
 std::optional<PropertyMap> TaglibWrapper::getMetadata(const QString& path)
 {
-    const OpenedFile file(path, OpenedFile::Mode::Read);
+    const OpenedFile file(path);
     return file.isNull() ? std::nullopt : EngineReads::metadata(file);
 }
 
 std::optional<PropertyMap> TaglibWrapper::readTrack(const QString& path, const QString& type,
                                                     const std::function<void(const QByteArray&)>& visitImage)
 {
-    const OpenedFile file(path, OpenedFile::Mode::Read);
+    const OpenedFile file(path);
     if (file.isNull())
         return std::nullopt;
     if (const auto picture = EngineReads::picture(file, type))
@@ -155,51 +160,54 @@ std::optional<PropertyMap> TaglibWrapper::readTrack(const QString& path, const Q
 
 bool TaglibWrapper::setMetadata(const QString& path, const PropertyMap& changes)
 {
-    OpenedFile file(path, OpenedFile::Mode::ReadWrite);
-    if (file.isNull()) {
-        printOpenError(path);
-        return false;
-    }
-    if (!file.tag()) {
-        TagText::printLine(QStringLiteral("Unable to create tag"));
-        return false;
-    }
-    if (!std::all_of(changes.begin(), changes.end(), TagText::isValid))
-        return false;
-    if (!changes.isEmpty())
-        fillId3v2Tag(file);
-    for (auto entry = changes.begin(); entry != changes.end(); ++entry)
-        writeEntry(file, entry.key(), entry.value());
-    return file.save();
+    return OpenedFile::rewrite(path, [&](OpenedFile& file) {
+        if (file.isNull()) {
+            printOpenError(path);
+            return false;
+        }
+        if (!file.tag()) {
+            TagText::printLine(QStringLiteral("Unable to create tag"));
+            return false;
+        }
+        if (!std::all_of(changes.begin(), changes.end(), TagText::isValid))
+            return false;
+        if (!changes.isEmpty())
+            file.fillId3v2Tag();
+        for (auto entry = changes.begin(); entry != changes.end(); ++entry)
+            writeEntry(file, entry.key(), entry.value());
+        return true;
+    });
 }
 
 bool TaglibWrapper::removeUnsupportedTags(const QString& path)
 {
-    OpenedFile file(path, OpenedFile::Mode::ReadWrite);
-    if (file.isNull()) {
-        printOpenError(path);
-        return false;
-    }
-    file.file()->removeUnsupportedProperties(file.file()->properties().unsupportedData());
-    return file.save();
+    return OpenedFile::rewrite(path, [&](OpenedFile& file) {
+        if (file.isNull()) {
+            printOpenError(path);
+            return false;
+        }
+        file.file()->removeUnsupportedProperties(file.file()->properties().unsupportedData());
+        return true;
+    });
 }
 
 bool TaglibWrapper::removeAllTags(const QString& path)
 {
-    OpenedFile file(path, OpenedFile::Mode::ReadWrite);
-    if (file.isNull()) {
-        printOpenError(path);
-        return false;
-    }
-    file.file()->setProperties(TagLib::PropertyMap());
-    if (auto* mpeg = file.as<TagLib::MPEG::File>(); mpeg && mpeg->hasAPETag())
-        mpeg->APETag()->setProperties(TagLib::PropertyMap());
-    return file.save();
+    return OpenedFile::rewrite(path, [&](OpenedFile& file) {
+        if (file.isNull()) {
+            printOpenError(path);
+            return false;
+        }
+        file.file()->setProperties(TagLib::PropertyMap());
+        if (auto* mpeg = file.as<TagLib::MPEG::File>(); mpeg && mpeg->hasAPETag())
+            mpeg->APETag()->setProperties(TagLib::PropertyMap());
+        return true;
+    });
 }
 
 std::optional<QString> TaglibWrapper::getTitle(const QString& path)
 {
-    const OpenedFile file(path, OpenedFile::Mode::Read);
+    const OpenedFile file(path);
     if (file.isNull() || !file.tag())
         return std::nullopt;
     return TagText::fromTagLib(file.tag()->title());
@@ -207,7 +215,7 @@ std::optional<QString> TaglibWrapper::getTitle(const QString& path)
 
 std::optional<QString> TaglibWrapper::getComment(const QString& path)
 {
-    const OpenedFile file(path, OpenedFile::Mode::Read);
+    const OpenedFile file(path);
     if (file.isNull()) {
         TagText::printLine(QStringLiteral("FileRef is nil for: ") + path);
         return std::nullopt;
@@ -221,18 +229,25 @@ std::optional<QString> TaglibWrapper::getComment(const QString& path)
 
 bool TaglibWrapper::writeComment(const QString& path, const QString& comment)
 {
-    OpenedFile file(path, OpenedFile::Mode::ReadWrite);
-    if (file.isNull()) {
-        TagText::printLine(QStringLiteral("Unable to write comment"));
-        return false;
-    }
-    TagText::printLine(QStringLiteral("Updating comment to: ") + comment);
-    if (!file.tag()) {
-        TagText::printLine(QStringLiteral("Unable to write tag"));
-        return false;
-    }
-    if (!TagText::isValid(comment))
-        return false;
-    file.tag()->setComment(TagText::toTagLib(comment));
-    return file.save();
+    return OpenedFile::rewrite(path, [&](OpenedFile& file) {
+        if (file.isNull()) {
+            TagText::printLine(QStringLiteral("Unable to write comment"));
+            return false;
+        }
+        TagText::printLine(QStringLiteral("Updating comment to: ") + comment);
+        if (!file.tag()) {
+            TagText::printLine(QStringLiteral("Unable to write tag"));
+            return false;
+        }
+        if (!TagText::isValid(comment))
+            return false;
+        file.fillId3v2Tag();
+        file.tag()->setComment(TagText::toTagLib(comment));
+        return true;
+    });
+}
+
+void TaglibWrapper::recoverInterruptedChanges()
+{
+    UndoRecord::recoverAll();
 }

@@ -16,12 +16,17 @@
 /// returns. TagLib chooses the container from the file: MPEG (ID3v2.2 to 2.4, ID3v1, APE), MP4 (`ilst`), RIFF WAV
 /// (ID3v2 and INFO) and AIFF are served.
 ///
-/// Readers return none on failure; writers return whether the file was saved. Diagnostics are single lines on
+/// Readers return none on failure. Writers return whether the file was saved; a save that fails or is interrupted at
+/// any moment leaves the file as it was. Diagnostics are single lines on
 /// standard output (standard error for detectStreamType) and never reach the user. Operations may run on any thread,
 /// but never two at once on the same file.
 class TaglibWrapper {
 public:
     TaglibWrapper() = delete;
+
+    /// Brings back every file whose last change did not come to its end because the program or the machine stopped.
+    /// To be called at start; each file is also brought back before it is opened.
+    static void recoverInterruptedChanges();
 
     /// All tag fields. Generic text fields that are absent are empty texts, YEAR and TRACK are "0" when absent, and
     /// every key of TagLib's property interface is reported with the last of its values.

@@ -1,0 +1,20 @@
+#include "tagengine/FileCommit.h"
+
+namespace FileCommit {
+
+CommitResult commit(const FileChange& change)
+{
+    removeLeftovers(change.folder());
+    const auto otherWay = [&](CommitResult result, auto way) {
+        return result == CommitResult::Impossible ? way(change) : result;
+    };
+    // A file with several names keeps them only when it is changed in place.
+    const bool mayReplace = change.identity.links == 1;
+    if (change.content.keepsPlaces() || !mayReplace) {
+        const CommitResult result = overwrite(change);
+        return mayReplace ? otherWay(result, replace) : result;
+    }
+    return otherWay(replace(change), overwrite);
+}
+
+} // namespace FileCommit

@@ -1,0 +1,38 @@
+#include "tagengine/FileLock.h"
+
+#include <cerrno>
+#include <chrono>
+#include <thread>
+
+#include <sys/file.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+constexpr auto patience = 2s;
+constexpr auto interval = 10ms;
+
+bool acquire(int descriptor)
+{
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
+        if (errno == EINTR)
+            continue;
+        if (errno != EWOULDBLOCK)
+            return true;
+        if (std::chrono::steady_clock::now() >= deadline)
+            return false;
+        std::this_thread::sleep_for(interval);
+    }
+    return true;
+}
+
+} // namespace
+
+FileLock::FileLock(int descriptor) : descriptor_(descriptor), held_(acquire(descriptor)) {}
+
+FileLock::~FileLock()
+{
+    if (held_)
+        ::flock(descriptor_, LOCK_UN);
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+/// An advisory lock (flock) on an open file, which keeps two of our programs from saving it at the same moment.
+class FileLock {
+public:
+    /// Waits for the lock for at most two seconds. A file system without locks counts as locked.
+    explicit FileLock(int descriptor);
+    ~FileLock();
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+
+    bool isHeld() const { return held_; }
+
+private:
+    int descriptor_;
+    bool held_;
+};

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+/// The content that a file is to have, as a list of pieces: ranges of the file as it is, and new bytes.
+class PieceTable {
+public:
+    using Bytes = std::vector<char>;
+
+    struct Piece {
+        std::shared_ptr<Bytes> bytes; ///< null for a range of the original
+        std::int64_t offset;          ///< in the original, or in the bytes
+        std::int64_t length;
+
+        bool isOriginal() const { return !bytes; }
+        const char* data() const { return bytes->data() + offset; }
+    };
+
+    explicit PieceTable(std::int64_t originalLength);
+
+    std::int64_t length() const { return length_; }
+    std::int64_t originalLength() const { return originalLength_; }
+
+    /// Puts @p size bytes in place of the @p removed bytes at @p start. What lies beyond the end is filled with
+    /// zeros on the way to @p start and left out of @p removed.
+    void replace(std::int64_t start, std::int64_t removed, const char* bytes, std::size_t size);
+
+    /// Calls @p visit for each piece, cut to the given range of the new content, with its position in it.
+    template <class Visit>
+    void visit(std::int64_t start, std::int64_t length, Visit visit) const
+    {
+        std::int64_t position = 0;
+        for (const auto& piece : pieces_) {
+            const std::int64_t from = std::max(start, position);
+            const std::int64_t to = std::min(start + length, position + piece.length);
+            if (from < to)
+                visit(from, Piece{piece.bytes, piece.offset + from - position, to - from});
+            position += piece.length;
+        }
+    }
+
+    /// Whether every byte that comes from the original stays where it was, and the length too.
+    bool keepsPlaces() const;
+    /// The length of the original's beginning that stays unchanged.
+    std::int64_t unchangedPrefix() const;
+
+private:
+    std::size_t splitAt(std::int64_t position);
+    bool appendToPiece(std::size_t index, const char* bytes, std::size_t size);
+
+    std::vector<Piece> pieces_;
+    std::int64_t originalLength_;
+    std::int64_t length_;
+};
