@@ -1,40 +1,37 @@
 #include "fakes/Library.h"
 #include "library/RecordColumns.h"
+#include "support/Rows.h"
 
 #include <QSignalSpy>
-#include <QTest>
 #include <QUrl>
+
+namespace {
+
+QList<int> numbers(const QString& text)
+{
+    QList<int> found;
+    for (const auto& number : text.split(u' ', Qt::SkipEmptyParts))
+        found.append(number.toInt());
+    return found;
+}
+
+} // namespace
 
 class ArrayControllerTest : public QObject {
     Q_OBJECT
 
 private slots:
+    // Filter, dragged rows, the gap they go to, the list then, and the row that is selected if none was.
     void reorders_data()
     {
-        QTest::addColumn<QString>("filter");
-        QTest::addColumn<QList<int>>("rows");
-        QTest::addColumn<int>("gap");
-        QTest::addColumn<QString>("expected");
-        QTest::addColumn<int>("last");
-        const auto row = [](const char* name, const char* filter, QList<int> rows, int gap, const char* expected,
-                            int last) {
-            QTest::newRow(name) << QString::fromUtf8(filter) << rows << gap << QString::fromUtf8(expected) << last;
-        };
-        row("two rows down", "", {0, 1}, 4, "2 3 0 1 4 5", 3);
-        row("a row to the top", "", {4}, 0, "4 0 1 2 3 5", 0);
-        row("to the end", "", {1, 3}, 6, "0 2 4 5 1 3", 5);
-        row("from both sides", "", {0, 5}, 2, "1 0 5 2 3 4", 2);
-        row("around the gap", "", {1, 2, 3}, 2, "0 1 2 3 4 5", 3);
-        row("rows that are not there", "", {-1, 6}, 3, "0 1 2 3 4 5", 0);
-        row("filtered, down", "odd", {0}, 2, "0 2 3 4 1 5", 1);
-        row("filtered, up", "odd", {2}, 0, "0 5 1 2 3 4", 0);
-        row("filtered, to the end", "odd", {0, 1}, 3, "0 2 4 5 1 3", 2);
+        addRows({" | 0 1 | 4 | 2 3 0 1 4 5 | 3", " | 4 | 0 | 4 0 1 2 3 5 | 0", " | 1 3 | 6 | 0 2 4 5 1 3 | 5",
+                 " | 0 5 | 2 | 1 0 5 2 3 4 | 2", " | 1 2 3 | 2 | 0 1 2 3 4 5 | 3", " | -1 6 | 3 | 0 1 2 3 4 5 | 0",
+                 "odd | 0 | 2 | 0 2 3 4 1 5 | 1", "odd | 2 | 0 | 0 5 1 2 3 4 | 0",
+                 "odd | 0 1 | 3 | 0 2 4 5 1 3 | 2"});
     }
     void reorders()
     {
-        QFETCH(QString, filter);
-        QFETCH(QList<int>, rows);
-        QFETCH(int, gap);
+        const auto [filter, rows, gap, expected, last] = row<5>();
         for (const bool selected : {false, true}) {
             Library library;
             library.add(u"0 1 2 3 4 5"_qs);
@@ -43,74 +40,59 @@ private slots:
             library.list.setFilterText(filter);
             library.list.selection().setRows(selected ? QList{2} : QList<int>());
             const auto before = library.list.selectedObjects();
-            library.drops.acceptDrop(*library.drops.rowDragData(rows), true, gap);
-            QTEST(Library::titles(library.list.content()), "expected");
+            library.drops.acceptDrop(*library.drops.rowDragData(numbers(rows)), true, gap.toInt());
+            QCOMPARE(Library::titles(library.list.content()), expected);
             if (selected)
                 QCOMPARE(library.list.selectedObjects(), before);
             else
-                QTEST(library.list.selection().rows().value(0), "last");
+                QCOMPARE(library.list.selection().rows().value(0), last.toInt());
         }
     }
 
+    // Key, its column, the records' texts, and their order by them both ways.
     void sorts_data()
     {
-        QTest::addColumn<QString AudioFile::*>("field");
-        QTest::addColumn<int>("column");
-        QTest::addColumn<QString>("texts");
-        QTest::addColumn<QString>("ascending");
-        QTest::addColumn<QString>("descending");
-        QTest::newRow("numbers, then totals") << &AudioFile::trackNumber << int(RecordColumns::TrackNumber)
-                                              << u"10|2|1/12|1/3|"_qs << u"4 3 2 1 0"_qs << u"0 1 2 3 4"_qs;
-        QTest::newRow("years") << &AudioFile::year << int(RecordColumns::Year) << u"2001-05-03|999|2001"_qs
-                               << u"1 0 2"_qs << u"0 2 1"_qs;
-        QTest::newRow("text") << &AudioFile::artist << int(RecordColumns::Artist) << u"b|Track 10|É|track 9||A"_qs
-                              << u"4 5 0 2 3 1"_qs << u"1 3 2 0 5 4"_qs;
-        QTest::newRow("equal") << &AudioFile::genre << int(RecordColumns::Genre) << u"Pop|Air|Pop|pop"_qs
-                               << u"1 0 2 3"_qs << u"0 2 3 1"_qs;
+        addRows({"TRACKNUMBER | 5 | 10,2,1/12,1/3, | 4 3 2 1 0 | 0 1 2 3 4",
+                 "YEAR | 7 | 2001-05-03,999,2001 | 1 0 2 | 0 2 1",
+                 "ARTIST | 2 | b,Track 10,É,track 9,,A | 4 5 0 2 3 1 | 1 3 2 0 5 4",
+                 "GENRE | 8 | Pop,Air,Pop,pop | 1 0 2 3 | 0 2 3 1"});
     }
     void sorts()
     {
-        QFETCH(QString AudioFile::*, field);
-        QFETCH(int, column);
-        QFETCH(QString, texts);
+        const auto [key, column, texts, ascending, descending] = row<5>();
         QLocale::setDefault(QLocale::English);
         Library library;
-        for (const auto& text : texts.split(u'|')) {
-            library.add(QString::number(library.list.rowCount()));
-            (*library.list.content().back()).*field = text;
+        for (const auto& text : texts.split(u',')) {
+            const QString number = QString::number(library.list.rowCount());
+            library.list.addObject(AudioFile::fromPropertyMap({{u"TITLE"_qs, number}, {key, text}}, number, 0));
         }
         library.list.selection().setRows({1});
         auto records = library.list.content();
-        library.list.sort(column, Qt::AscendingOrder);
-        QTEST(Library::titles(library.list.arrangedObjects()), "ascending");
+        library.list.sort(column.toInt(), Qt::AscendingOrder);
+        QCOMPARE(Library::titles(library.list.arrangedObjects()), ascending);
         QCOMPARE(Library::titles(library.list.selectedObjects()), u"1"_qs);
-        RecordColumns::sort(records, column, false);
-        QTEST(Library::titles(records), "descending");
+        RecordColumns::sort(records, column.toInt(), false);
+        QCOMPARE(Library::titles(records), descending);
     }
 
+    // Selected rows, the titles that stay, and the one selected then.
+    void removalSelectsTheRowThatTookThePlace_data()
+    {
+        addRows({" | 0 1 2 3 4", "3 4 | 0 1 2 | 2", "1 3 | 0 2 4 | 2", "0 4 | 1 2 3 | 1", "0 1 2 3 4"});
+    }
     void removalSelectsTheRowThatTookThePlace()
     {
-        struct Removal {
-            QList<int> rows;
-            QString left, selected;
-        };
-        const std::vector<Removal> removals{{{}, u"0 1 2 3 4"_qs, {}},
-                                            {{3, 4}, u"0 1 2"_qs, u"2"_qs},
-                                            {{1, 3}, u"0 2 4"_qs, u"2"_qs},
-                                            {{0, 4}, u"1 2 3"_qs, u"1"_qs},
-                                            {{0, 1, 2, 3, 4}, {}, {}}};
-        for (const auto& [rows, left, selected] : removals) {
-            Library library;
-            library.add(u"0 1 2 3 4"_qs);
-            QString shown;
-            connect(&library.controller, &ViewController::fieldsChanged, this,
-                    [&](const auto& summary) { shown = summary.value(u"title"_qs); });
-            library.list.selection().setRows(rows);
-            library.controller.removeDocuments();
-            QCOMPARE(Library::titles(library.list.content()), left);
-            QCOMPARE(Library::titles(library.list.selectedObjects()), selected);
-            QCOMPARE(shown, selected);
-        }
+        const auto [rows, left, selected] = row<3>();
+        Library library;
+        library.add(u"0 1 2 3 4"_qs);
+        QString shown;
+        connect(&library.controller, &ViewController::fieldsChanged, this,
+                [&](const auto& summary) { shown = summary.value(u"title"_qs); });
+        library.list.selection().setRows(numbers(rows));
+        library.controller.removeDocuments();
+        QCOMPARE(Library::titles(library.list.content()), left);
+        QCOMPARE(Library::titles(library.list.selectedObjects()), selected);
+        QCOMPARE(shown, selected);
     }
 
     void filterKeepsTheSelectionOfRowsThatStay()
@@ -154,54 +136,41 @@ private slots:
         QCOMPARE(Library::titles(library.list.content()), u"b a c d a2 d2"_qs);
     }
 
+    // What is dropped (own rows or addresses), the selected rows, and the answer.
     void validatesDrops_data()
     {
-        QTest::addColumn<QString>("urls");
-        QTest::addColumn<bool>("own");
-        QTest::addColumn<QList<int>>("selected");
-        QTest::addColumn<ListDrops::Operation>("expected");
-        using enum ListDrops::Operation;
-        const QString folder = QStringLiteral("file://" TEST_DATA_DIR);
-        QTest::newRow("own rows") << QString() << true << QList{0} << Move;
-        QTest::newRow("own rows, none selected") << QString() << true << QList<int>() << Move;
-        QTest::newRow("every row") << QString() << true << QList{0, 1} << None;
-        QTest::newRow("audio") << u"file:///x/a.m4a"_qs << false << QList{0, 1} << Copy;
-        QTest::newRow("upper case") << u"file:///x/a.MP3"_qs << false << QList{0} << None;
-        QTest::newRow("folder") << folder << false << QList{0} << Copy;
-        QTest::newRow("first decides") << folder + u"/cover.png "_qs + folder << false << QList{0} << None;
-        QTest::newRow("first local") << u"https://x.org/a.png "_qs + folder << false << QList{0} << Copy;
-        QTest::newRow("remote") << u"https://x.org/a.mp3"_qs << false << QList{0} << None;
-        QTest::newRow("no urls") << QString() << false << QList{0} << None;
+        addRows({"own | 0 | Move", "own |  | Move", "own | 0 1 | None", "file:///x/a.m4a | 0 1 | Copy",
+                 "file:///x/a.MP3 | 0 | None", "FOLDER | 0 | Copy", "FOLDER/cover.png FOLDER | 0 | None",
+                 "https://x.org/a.png FOLDER | 0 | Copy", "https://x.org/a.mp3 | 0 | None", " | 0 | None"});
     }
     void validatesDrops()
     {
-        QFETCH(QString, urls);
-        QFETCH(bool, own);
-        QFETCH(QList<int>, selected);
+        auto [urls, selected, expected] = row<3>();
+        const bool own = urls == u"own";
+        urls = own ? QString() : urls.replace(u"FOLDER"_qs, QStringLiteral("file://" TEST_DATA_DIR));
         Library library;
         library.add(u"a b"_qs);
-        library.list.selection().setRows(selected);
+        library.list.selection().setRows(numbers(selected));
         QMimeData data;
         data.setUrls(QUrl::fromStringList(urls.split(u' ', Qt::SkipEmptyParts)));
-        QTEST(library.drops.validateDrop(data, own), "expected");
+        using enum ListDrops::Operation;
+        const QMap<QString, ListDrops::Operation> operations{
+            {u"Move"_qs, Move}, {u"Copy"_qs, Copy}, {u"None"_qs, None}};
+        QCOMPARE(library.drops.validateDrop(data, own), operations[expected]);
     }
 
+    void movesTheSelectionWithinTheList_data()
+    {
+        addRows({"0 | -1 | 0", "3 | 1 | 3", " | 1 | ", "1 2 | -1 | 0", "1 2 | 1 | 3", "0 3 | 1 | 0 3"});
+    }
     void movesTheSelectionWithinTheList()
     {
+        const auto [rows, step, expected] = row<3>();
         Library library;
         library.add(u"a b c d"_qs);
-        struct Step {
-            QList<int> rows;
-            int step;
-            QList<int> expected;
-        };
-        const std::vector<Step> steps{{{0}, -1, {0}},    {{3}, 1, {3}},    {{}, 1, {}},
-                                      {{1, 2}, -1, {0}}, {{1, 2}, 1, {3}}, {{0, 3}, 1, {0, 3}}};
-        for (const auto& [rows, step, expected] : steps) {
-            library.list.selection().setRows(rows);
-            library.controller.moveSelection(step);
-            QCOMPARE(library.list.selection().rows(), expected);
-        }
+        library.list.selection().setRows(numbers(rows));
+        library.controller.moveSelection(step.toInt());
+        QCOMPARE(library.list.selection().rows(), numbers(expected));
     }
 };
 

@@ -3,12 +3,12 @@
 #include "library/ui/GenreBox.h"
 #include "library/ui/TagField.h"
 #include "support/PropertyText.h"
+#include "support/Rows.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QCheckBox>
 #include <QSignalSpy>
-#include <QTest>
 #include <QWheelEvent>
 
 class EditorPaneTest : public QObject {
@@ -23,36 +23,21 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(pane_.get()));
     }
 
+    // The selected records, a field's key and its text.
     void showsTheSelection_data()
     {
-        QTest::addColumn<QString>("records");
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QString>("shown");
-        const auto row = [](const char* records, const char* key, const char* shown) {
-            QTest::addRow("%s of %s", key, records)
-                << QString::fromUtf8(records) << QString::fromUtf8(key) << QString::fromUtf8(shown);
-        };
-        row("", "TITLE", "");
-        row("GENRE=Pop GENRE=Pop", "GENRE", "Pop");
-        row("TITLE=A TITLE=a TITLE=A", "TITLE", "Various");
-        row("TITLE=A YEAR=1", "TITLE", "Various");
-        row("TRACKNUMBER=3/10 TRACKNUMBER=5/10", "TRACKNUM", "-");
-        row("TRACKNUMBER=3/10 TRACKNUMBER=5/10", "TRACKTOTAL", "10");
-        row("DISCNUMBER=1/2 DISCNUMBER=1", "DISCNUM", "1");
-        row("DISCNUMBER=1/2 DISCNUMBER=1", "DISCTOTAL", "-");
-        row("YEAR=-12", "YEAR", "-12");
-        row("YEAR=1999 YEAR=2001", "YEAR", "-");
-        row("YEAR=2001-05-03", "YEAR", "");
-        row("YEAR=+", "YEAR", "");
-        row("YEAR=٢٠٠١", "YEAR", "");
+        addRows({" | TITLE", "GENRE=Pop GENRE=Pop | GENRE | Pop", "TITLE=A TITLE=a TITLE=A | TITLE | Various",
+                 "TITLE=A YEAR=1 | TITLE | Various", "TRACKNUMBER=3/10 TRACKNUMBER=5/10 | TRACKNUM | -",
+                 "TRACKNUMBER=3/10 TRACKNUMBER=5/10 | TRACKTOTAL | 10", "DISCNUMBER=1/2 DISCNUMBER=1 | DISCNUM | 1",
+                 "DISCNUMBER=1/2 DISCNUMBER=1 | DISCTOTAL | -", "YEAR=-12 | YEAR | -12",
+                 "YEAR=1999 YEAR=2001 | YEAR | -", "YEAR=2001-05-03 | YEAR", "YEAR=+ | YEAR", "YEAR=٢٠٠١ | YEAR"});
     }
     void showsTheSelection()
     {
-        QFETCH(QString, records);
-        QFETCH(QString, key);
+        const auto [records, key, shown] = row<3>();
         show(u"TITLE=Before;GENRE=Before;YEAR=1;TRACKNUMBER=8/9"_qs);
         show(records);
-        QTEST(field(key).text(), "shown");
+        QCOMPARE(field(key).text(), shown);
         QCOMPARE(field(key).isEnabled(), !records.isEmpty());
         QCOMPARE(pane_->findChild<QCheckBox*>()->isEnabled(), !records.isEmpty());
         QCOMPARE(edits(), QString());
@@ -104,6 +89,15 @@ private slots:
         QTEST(edited.text(), "text");
     }
 
+    void aLongTextIsNotCut()
+    {
+        TagField& title = field(u"TITLE"_qs);
+        title.showValue(QString(50000, u'x'), false);
+        title.commit();
+        QCOMPARE(title.text().size(), 50000);
+        QCOMPARE(edits(), QString());
+    }
+
     void selectsAMarkerWithTheFocus()
     {
         show(u"TITLE=A;ALBUM=Same TITLE=B;ALBUM=Same"_qs);
@@ -132,6 +126,8 @@ private slots:
         QSignalSpy steps(pane_.get(), &EditorPane::rowStepWanted);
         QTest::keyClick(&box, Qt::Key_Down);
         QTest::keyClick(&box, Qt::Key_Up);
+        QTest::keyClick(&box, Qt::Key_PageDown);
+        QTest::keyClick(&box, Qt::Key_Down, Qt::ShiftModifier);
         QCOMPARE(steps, (QList<QVariantList>{{1}, {-1}}));
         QCOMPARE(edits(), QString());
 

@@ -1,48 +1,42 @@
 #include "fakes/Library.h"
+#include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
 #include <QSignalSpy>
-#include <QTest>
+
+#include <sys/stat.h>
 
 class FileLoaderTest : public QObject {
     Q_OBJECT
 
 private slots:
+    // Name, the fixture or kind of file under it, and how many files are added or refused.
     void opensOrRefuses_data()
     {
-        QTest::addColumn<QString>("fixture");
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<int>("added");
-        const auto row = [](const char* name, const char* fixture, const char* message, int added) {
-            QTest::newRow(name) << QString::fromUtf8(fixture) << QString::fromUtf8(message) << added;
-        };
-        const char* couldNotOpen = "Sonvika: Couldn't open file at path: %1";
-        row("a.mp3", "v24.mp3", "", 1);
-        row("b.m4a", "tagged.m4a", "", 1);
-        row("untagged.mp3", "untagged.mp3", "", 1);
-        row("upper.MP3", "v24.mp3", "", 0);
-        row("text.txt", "text.mp3", "", 0);
-        row("no-folder", "", "", 0);
-        row("gone.mp3", "", couldNotOpen, 0);
-        row("empty.mp3", "empty.mp3", "", 1);
-        row("text.mp3", "text.mp3", "", 1);
-        row("truncated.mp3", "truncated.mp3", "", 1);
-        row("truncated.m4a", "truncated.m4a", couldNotOpen, 0);
-        row("mp3-named.m4a", "mp3-named.m4a", "", 1);
-        row("m4a-named.mp3", "m4a-named.mp3", "", 1);
+        addRows({"a.mp3 | v24.mp3 | 1", "b.m4a | tagged.m4a | 1", "upper.MP3 | v24.mp3 | 0",
+                 "text.txt | text.mp3 | 0", "no-folder |  | 0", "gone.mp3 |  | refused", "empty.mp3 | empty.mp3 | 1",
+                 "text.mp3 | text.mp3 | 1", "truncated.mp3 | truncated.mp3 | 1", "x.m4a | truncated.m4a | refused",
+                 "x.m4a | mp3-named.m4a | 1", "x.mp3 | m4a-named.mp3 | 1", "x.mp3 | folder | refused",
+                 "x.mp3 | pipe | refused"});
     }
     void opensOrRefuses()
     {
-        QFETCH(QString, fixture);
-        QFETCH(QString, message);
-        QFETCH(int, added);
+        const auto [name, fixture, result] = row<3>();
         const ScratchFolder folder;
-        const QString name = QString::fromUtf8(QTest::currentDataTag());
-        const QString path = fixture.isEmpty() ? folder.path(name) : folder.copy(fixture, name);
+        const QString path = folder.path(name);
+        if (fixture == u"folder")
+            QVERIFY(QDir().mkdir(path));
+        else if (fixture == u"pipe")
+            QCOMPARE(::mkfifo(path.toUtf8().constData(), 0600), 0);
+        else if (!fixture.isEmpty())
+            folder.copy(fixture, name);
+        const int added = result.toInt();
+        const QString message =
+            result == u"refused" ? u"Sonvika: Couldn't open file at path: %1"_qs.arg(path) : QString();
         Library library;
         QSignalSpy activation(&library.loader, &FileLoader::activationWanted);
         QCOMPARE(library.loader.openPath(path), message.isEmpty());
-        QCOMPARE(library.notifier.posted.join(u'|'), message.isEmpty() ? message : message.arg(path));
+        QCOMPARE(library.notifier.posted.join(u'|'), message);
         QCOMPARE(library.recent.paths, QStringList(added, path));
         QCOMPARE(library.list.rowCount(), added);
         QCOMPARE(activation.size(), 0);

@@ -19,6 +19,13 @@ public:
         return target;
     }
 
+    static void write(const QString& path, const QByteArray& bytes)
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+            qFatal("Can't write %s", qUtf8Printable(path));
+    }
+
     static QByteArray contents(const QString& path)
     {
         QFile file(path);

@@ -1,0 +1,130 @@
+// The functions below have libc's names, each with the type that goes with it.
+#undef _FILE_OFFSET_BITS
+
+#include "support/FaultInjection.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <type_traits>
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+using FaultInjection::Kind;
+
+FaultInjection::Fault fault;
+int callsLeft = 0; ///< until the fault strikes; 0 when there is none
+bool armed = false;
+bool struck = false;
+
+/// Does the work, a function of how much of it is to be done, as far as the fault allows.
+template <class Work>
+auto callPart(size_t size, std::invoke_result_t<Work, size_t> failure, Work work)
+{
+    const bool strikes = callsLeft > 0 && --callsLeft == 0;
+    if (!strikes && !(struck && fault.kind == Kind::ErrorFromNowOn))
+        return work(size);
+    struck = true;
+    if (fault.kind == Kind::Short)
+        return work((size + 1) / 2);
+    if (fault.kind == Kind::KillHalfway)
+        work((size + 1) / 2);
+    if (fault.kind == Kind::Kill || fault.kind == Kind::KillHalfway)
+        ::kill(::getpid(), SIGKILL);
+    errno = fault.error;
+    return failure;
+}
+
+/// A system call without a count.
+template <class... Arguments>
+int callWhole(long number, Arguments... arguments)
+{
+    if (callsLeft == 1 && fault.kind == Kind::Short)
+        ++callsLeft;
+    // No power is cut here, so what is to reach the disk need not.
+    const bool skip = armed && (number == SYS_fsync || number == SYS_fdatasync);
+    return callPart(0, -1, [=](size_t) { return skip ? 0 : static_cast<int>(::syscall(number, arguments...)); });
+}
+
+} // namespace
+
+void FaultInjection::arm(int call, const Fault& next)
+{
+    fault = next;
+    callsLeft = call;
+    armed = true;
+    struck = false;
+}
+
+bool FaultInjection::hasStruck()
+{
+    return struck;
+}
+
+extern "C" {
+
+ssize_t write(int file, const void* bytes, size_t size)
+{
+    const auto work = [=](size_t part) -> ssize_t { return ::syscall(SYS_write, file, bytes, part); };
+    return file == STDOUT_FILENO || file == STDERR_FILENO ? work(size) : callPart(size, -1, work);
+}
+
+ssize_t pwrite(int file, const void* bytes, size_t size, off_t offset)
+{
+    return callPart(size, -1,
+                    [=](size_t part) -> ssize_t { return ::syscall(SYS_pwrite64, file, bytes, part, offset); });
+}
+
+ssize_t copy_file_range(int from, off64_t* fromOffset, int to, off64_t* toOffset, size_t size, unsigned int flags)
+{
+    return callPart(size, -1, [=](size_t part) -> ssize_t {
+        return ::syscall(SYS_copy_file_range, from, fromOffset, to, toOffset, part, flags);
+    });
+}
+
+int ftruncate(int file, off_t length) noexcept
+{
+    return callWhole(SYS_ftruncate, file, length);
+}
+
+int fallocate(int file, int mode, off_t offset, off_t length)
+{
+    return callWhole(SYS_fallocate, file, mode, offset, length);
+}
+
+int fsync(int file)
+{
+    return callWhole(SYS_fsync, file);
+}
+
+int fdatasync(int file)
+{
+    return callWhole(SYS_fdatasync, file);
+}
+
+int rename(const char* from, const char* to) noexcept
+{
+    return callWhole(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0);
+}
+
+int unlink(const char* path) noexcept
+{
+    return callWhole(SYS_unlinkat, AT_FDCWD, path, 0);
+}
+
+size_t fwrite(const void* bytes, size_t size, size_t count, FILE* file)
+{
+    static const auto next = reinterpret_cast<decltype(&fwrite)>(::dlsym(RTLD_NEXT, "fwrite"));
+    const auto work = [=](size_t part) { return next(bytes, size, part, file); };
+    return file == stdout || file == stderr ? work(count) : callPart(count, 0, work);
+}
+
+ssize_t pwrite64(int file, const void* bytes, size_t size, off64_t offset) __attribute__((alias("pwrite")));
+int ftruncate64(int file, off64_t length) noexcept __attribute__((alias("ftruncate")));
+int fallocate64(int file, int mode, off64_t offset, off64_t length) __attribute__((alias("fallocate")));
+}

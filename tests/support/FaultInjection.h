@@ -1,0 +1,25 @@
+#pragma once
+
+/// Makes calls that change files fail in this process. The calls are the test program's own, which come before libc's:
+/// write, pwrite, copy_file_range, ftruncate, fallocate, fsync, fdatasync, rename, unlink and fwrite.
+namespace FaultInjection {
+
+enum class Kind {
+    Error,          ///< the call does nothing and fails
+    ErrorFromNowOn, ///< and so do all later ones
+    Short,          ///< the call does half of its work and says so
+    Kill,           ///< the process is killed before the call
+    KillHalfway     ///< the process is killed when half of the work is done
+};
+
+struct Fault {
+    Kind kind;
+    int error = 0;
+};
+
+/// Strikes at the given call, counted from 1 and from now.
+void arm(int call, const Fault& fault);
+/// Whether the call has been reached.
+bool hasStruck();
+
+} // namespace FaultInjection

@@ -1,0 +1,289 @@
+#include "support/ChildProcess.h"
+#include "support/FaultInjection.h"
+#include "support/Rows.h"
+#include "support/ScratchFolder.h"
+#include "tagengine/TaglibWrapper.h"
+
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+
+#include <taglib/fileref.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using FaultInjection::Fault;
+using FaultInjection::Kind;
+using Operation = std::function<bool(const QString& path)>;
+
+const QMap<QString, Fault> faults{{u"full disk"_qs, {Kind::Error, ENOSPC}},
+                                  {u"disk error"_qs, {Kind::Error, EIO}},
+                                  {u"quota"_qs, {Kind::Error, EDQUOT}},
+                                  {u"full disk from then on"_qs, {Kind::ErrorFromNowOn, ENOSPC}},
+                                  {u"disk error from then on"_qs, {Kind::ErrorFromNowOn, EIO}},
+                                  {u"short"_qs, {Kind::Short}},
+                                  {u"kill"_qs, {Kind::Kill}},
+                                  {u"kill halfway"_qs, {Kind::KillHalfway}}};
+
+Operation text(const QString& key, const QString& value)
+{
+    return [=](const QString& path) { return TaglibWrapper::setMetadata(path, {{key, value}}); };
+}
+
+Operation picture(qsizetype size)
+{
+    return
+        [=](const QString& path) { return TaglibWrapper::setImageData(QByteArray(size, 'p'), path, path.right(3)); };
+}
+
+bool comment(const QString& path)
+{
+    return TaglibWrapper::writeComment(path, u"Made for a few tests"_qs);
+}
+
+bool chapters(const QString& path)
+{
+    return TaglibWrapper::setChapters(path, {u"A@0"_qs, u"B@9"_qs});
+}
+
+struct NamedOperation {
+    const char* name;
+    Operation run;
+    Operation prepare;
+};
+
+const NamedOperation growth{"long comment", text(u"COMMENT"_qs, QString(6000, u'c')), {}};
+const std::vector<NamedOperation> operations{
+    {"title", text(u"TITLE"_qs, u"Blue Window and Red Door"_qs), {}},
+    growth,
+    {"add picture", picture(300'000), picture(0)},
+    {"remove picture", picture(0), picture(20'000)},
+    {"replace picture", picture(30'000), picture(20'000)},
+    {"remove unsupported", TaglibWrapper::removeUnsupportedTags, picture(20'000)},
+    {"remove all", TaglibWrapper::removeAllTags, {}},
+    {"comment", comment, {}},
+    {"chapters", chapters, {}}};
+
+/// TagLib alone.
+bool addCoverBare(const QString& path)
+{
+    TagLib::FileRef file(QFile::encodeName(path).constData());
+    file.setComplexProperties("PICTURE", {{{"data", TagLib::ByteVector(300'000, 'p')}, {"mimeType", "image/jpeg"}}});
+    return file.save();
+}
+
+/// What became of a process that ran an operation.
+struct Ending {
+    bool saved = false;
+    bool struck = false;
+};
+
+/// Runs the operation in a process whose n-th call that writes meets the fault; 0 for none.
+Ending run(const Operation& operation, const QString& path, int call = 0, const Fault& fault = {})
+{
+    const int code = inChildProcess([&] {
+        FaultInjection::arm(call, fault);
+        const bool saved = operation(path);
+        return (saved ? 1 : 0) + (FaultInjection::hasStruck() ? 2 : 0);
+    });
+    if (code < 0 && code != -SIGKILL)
+        qFatal("The operation crashed");
+    return code < 0 ? Ending{false, true} : Ending{code % 2 == 1, code >= 2};
+}
+
+/// A file in a folder of its own, and what an operation is to make of it.
+class Case {
+public:
+    Case(const QString& fixture, const QString& placement, const NamedOperation& operation)
+        : file_(scratch_.path(u"album/song."_qs + fixture.right(3))), operation_(operation.run)
+    {
+        qputenv("XDG_STATE_HOME", QFile::encodeName(scratch_.path(u"state"_qs)));
+        QDir().mkpath(scratch_.path(u"album"_qs));
+        QFile::rename(prepare(fixture, operation), file_);
+        before_ = ScratchFolder::contents(file_);
+        saves_ = run(operation_, file_).saved;
+        after_ = ScratchFolder::contents(file_);
+        ScratchFolder::write(neighbour_, ScratchFolder::fixture(u"v24.mp3"_qs));
+        if (placement == u"linked")
+            fs::create_hard_link(file_.toStdString(), second_.toStdString());
+        if (placement == u"closed folder")
+            QFile::setPermissions(scratch_.path(u"album"_qs), QFile::ReadOwner | QFile::ExeOwner);
+    }
+    ~Case()
+    {
+        QFile::setPermissions(scratch_.path(u"album"_qs), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    bool saves() const { return saves_; }
+    const QString& path() const { return file_; }
+    Ending hit(int call, const Fault& fault) const
+    {
+        if (ScratchFolder::contents(file_) != before_)
+            ScratchFolder::write(file_, before_);
+        return run(operation_, file_, call, fault);
+    }
+
+    /// @return what is wrong once the file has been looked at again; nothing when all is well.
+    QString verdict(const Ending& ending) const
+    {
+        TaglibWrapper::getMetadata(file_);
+        const QByteArray now = ScratchFolder::contents(file_);
+        if (now != after_ && (now != before_ || ending.saved))
+            return ending.saved ? u"damaged, said to be saved"_qs : u"damaged"_qs;
+        if (QFile::exists(second_) && !fs::equivalent(file_.toStdString(), second_.toStdString()))
+            return u"link broken"_qs;
+        if (!QDir(scratch_.path(u"state/sonvika/undo"_qs)).isEmpty(QDir::Files))
+            return u"undo record left"_qs;
+        if (hasTemporary()) {
+            ScratchFolder::write(neighbour_, ScratchFolder::fixture(u"v24.mp3"_qs));
+            run(growth.run, neighbour_);
+        }
+        return hasTemporary() ? u"temporary left"_qs : QString();
+    }
+
+private:
+    bool hasTemporary() const
+    {
+        return !QDir(scratch_.path(u"album"_qs)).entryList({u".*"_qs}, QDir::Files | QDir::Hidden).isEmpty();
+    }
+
+    /// Makes the file. In front of a fixture's name, "roomy" asks for padding and "long" for more sound than is moved
+    /// at once.
+    QString prepare(const QString& fixture, const NamedOperation& operation) const
+    {
+        const QString path = scratch_.copy(fixture.section(u' ', -1));
+        if (fixture.startsWith(u"roomy"))
+            run(growth.run, path), run(comment, path);
+        if (operation.prepare)
+            run(operation.prepare, path);
+        if (fixture.startsWith(u"long")) {
+            const QByteArray bytes = ScratchFolder::contents(path);
+            // An MP4 atom; an MP3 reader passes over its head.
+            const QByteArray atom = QByteArray("\x00\x11\x00\x00mdat", 8) + bytes.right(997).repeated(1200);
+            ScratchFolder::write(path, bytes + atom.left(0x110000));
+        }
+        return path;
+    }
+
+    ScratchFolder scratch_;
+    QString file_;
+    QString neighbour_ = scratch_.path(u"album/neighbour.mp3"_qs);
+    QString second_ = scratch_.path(u"album/second"_qs);
+    Operation operation_;
+    QByteArray before_;
+    QByteArray after_;
+    bool saves_ = false;
+};
+
+/// How many points were tried and what was found wrong at them.
+struct Tally {
+    int points = 0;
+    QStringList wrong;
+
+    void tryAll(const QString& fixture, const QString& placement, const NamedOperation& operation)
+    {
+        const Case example(fixture, placement, operation);
+        if (!example.saves())
+            wrong += u"not saved without any fault: "_qs + fixture + QString::fromUtf8(operation.name);
+        for (auto fault = faults.begin(); fault != faults.end(); ++fault) {
+            bool struck = true;
+            for (int call = 1; struck; ++call) {
+                const Ending ending = example.hit(call, *fault);
+                struck = ending.struck;
+                points += struck;
+                add(QString::fromUtf8(operation.name) + u", "_qs + fault.key(), call, example.verdict(ending));
+            }
+        }
+    }
+    void add(const QString& what, int call, const QString& verdict)
+    {
+        if (!verdict.isEmpty())
+            wrong += u"%1 at call %2: %3"_qs.arg(what).arg(call).arg(verdict);
+    }
+    QByteArray text() const { return wrong.join(u'\n').toUtf8(); }
+};
+
+} // namespace
+
+class FaultsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    // File, where it lies, and the number of operations that are tried on it.
+    void leaveOldOrNewFile_data()
+    {
+        addRows({
+#ifdef __SANITIZE_ADDRESS__
+            "roomy v24.mp3 | plain | 2", "faststart.m4a | linked | 1"
+#else
+            "roomy v24.mp3 | plain | 9", "v23.mp3 | plain | 9", "faststart.m4a | plain | 8", "tagged.m4a | plain | 3",
+            "padded.m4a | plain | 4", "roomy v24.mp3 | linked | 9", "faststart.m4a | linked | 3",
+            "tagged.m4a | linked | 2", "padded.m4a | linked | 4", "long v23.mp3 | linked | 1",
+            "long v23.mp3 | plain | 1", "long faststart.m4a | plain | 1", "v23.mp3 | closed folder | 3",
+            "faststart.m4a | closed folder | 3"
+#endif
+        });
+    }
+
+    void leaveOldOrNewFile()
+    {
+        const auto [fixture, placement, count] = row<3>();
+        Tally tally;
+        for (std::size_t i = 0; i < count.toUInt(); ++i)
+            tally.tryAll(fixture, placement, operations[i]);
+        points_ += tally.points;
+        wrong_ += tally.wrong.size();
+        QVERIFY2(tally.wrong.isEmpty(), tally.text());
+    }
+
+    // The process that brings a file back is itself hit.
+    void strikeDuringRecovery_data()
+    {
+        addRows({"roomy v24.mp3 | 0", "faststart.m4a | 0", "faststart.m4a | 1"});
+    }
+
+    void strikeDuringRecovery()
+    {
+        const auto [fixture, index] = row<2>();
+        const Case example(fixture, u"linked"_qs, operations[index.toUInt()]);
+        const auto look = [](const QString& path) { return TaglibWrapper::getMetadata(path).has_value(); };
+        Tally tally;
+        for (const auto& fault : {Fault{Kind::KillHalfway}, Fault{Kind::ErrorFromNowOn, EIO}}) {
+            for (int call = 1; example.hit(call, {Kind::KillHalfway}).struck; ++call) {
+                for (int later = 1; run(look, example.path(), later, fault).struck; ++later) {
+                    ++tally.points;
+                    tally.add(u"recovery from"_qs, call, example.verdict({}));
+                    example.hit(call, {Kind::KillHalfway});
+                }
+            }
+        }
+        points_ += tally.points;
+        wrong_ += tally.wrong.size();
+        QVERIFY2(tally.wrong.isEmpty(), tally.text());
+    }
+
+    // The harness proves itself.
+    void damageFilesUnderTagLibAlone()
+    {
+        Tally tally;
+        for (const auto& fixture : {u"long v23.mp3"_qs, u"long faststart.m4a"_qs})
+            tally.tryAll(fixture, u"plain"_qs, {"cover", addCoverBare, {}});
+        const auto damaged = tally.wrong.filter(u"damaged"_qs);
+        qInfo("TagLib alone: %d points tried, %d files damaged, %d of them said to be saved", tally.points,
+              int(damaged.size()), int(damaged.filter(u"saved"_qs).size()));
+        QVERIFY(!damaged.isEmpty());
+    }
+
+    void cleanupTestCase() const
+    {
+        qInfo("Sonvika: %d points tried, %d files that are neither old nor new", points_, int(wrong_));
+    }
+
+private:
+    int points_ = 0;
+    qsizetype wrong_ = 0;
+};
+
+QTEST_GUILESS_MAIN(FaultsTest)
+#include "FaultsTest.moc"

@@ -1,0 +1,311 @@
+#include "support/ChildProcess.h"
+#include "support/FaultInjection.h"
+#include "support/Rows.h"
+#include "support/ScratchFolder.h"
+#include "tagengine/OpenedFile.h"
+#include "tagengine/TaglibWrapper.h"
+
+#include <QElapsedTimer>
+
+#include <array>
+#include <filesystem>
+#include <random>
+
+#include <sched.h>
+#include <sys/file.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <taglib/tag.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const QString longText(6000, u'c');
+const QString longerTitle = u"Blue Window and Red Door"_qs;
+
+bool save(const QString& path, const QString& key, const QString& value)
+{
+    return TaglibWrapper::setMetadata(path, {{key, value}});
+}
+
+bool saveTitle(const QString& path, const QString& title)
+{
+    return save(path, u"TITLE"_qs, title);
+}
+
+QString title(const QString& path)
+{
+    return TaglibWrapper::getTitle(path).value_or(QString());
+}
+
+/// A copy of a fixture, after room was made in its tag.
+QString roomyCopy(const ScratchFolder& scratch, const QString& fixture)
+{
+    const QString path = scratch.copy(fixture);
+    if (!save(path, u"COMMENT"_qs, longText) || !save(path, u"COMMENT"_qs, u"Short"_qs))
+        qFatal("Can't make room in %s", qUtf8Printable(fixture));
+    return path;
+}
+
+/// Makes this process the root of a name space of its own and mounts a small file system there.
+bool mountApart(const QByteArray& folder)
+{
+    const QByteArray user = QByteArray::number(::getuid());
+    const QByteArray group = QByteArray::number(::getgid());
+    if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
+        return false;
+    ScratchFolder::write(u"/proc/self/setgroups"_qs, "deny");
+    ScratchFolder::write(u"/proc/self/uid_map"_qs, "0 " + user + " 1");
+    ScratchFolder::write(u"/proc/self/gid_map"_qs, "0 " + group + " 1");
+    return ::mount("none", folder.constData(), "tmpfs", 0, "size=128k") == 0;
+}
+
+/// Leaves nothing of the file system's room.
+void fill(const QString& folder)
+{
+    QFile filler(folder + u"/filler"_qs);
+    if (!filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        qFatal("Can't fill the file system");
+    while (filler.write(QByteArray(4096, 'f')) > 0) {
+    }
+}
+
+QByteArray attribute(const QString& path, const char* name)
+{
+    QByteArray value(256, '\0');
+    const ssize_t size = ::getxattr(QFile::encodeName(path).constData(), name, value.data(), 256);
+    return size < 0 ? QByteArray() : value.left(size);
+}
+
+ino_t inode(const QString& path)
+{
+    struct stat status {};
+    ::stat(QFile::encodeName(path).constData(), &status);
+    return status.st_ino;
+}
+
+} // namespace
+
+class SafeSavesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        state_ = std::make_unique<ScratchFolder>();
+        qputenv("XDG_STATE_HOME", QFile::encodeName(state_->path(u"state"_qs)));
+    }
+
+    void leavesFileOnFullOrReadOnlyFileSystem_data()
+    {
+        addRows({"v24.mp3 | full", "faststart.m4a | full", "v24.mp3 | read-only", "faststart.m4a | read-only"});
+    }
+
+    void leavesFileOnFullOrReadOnlyFileSystem()
+    {
+        const auto [fixture, trouble] = row<2>();
+        const ScratchFolder scratch;
+        const QString folder = scratch.path(u"mounted"_qs);
+        QDir().mkpath(folder);
+        const QString prepared = roomyCopy(scratch, fixture);
+        enum { Right, NoMount, NotSaved, Saved, Changed, Left };
+        const int code = inChildProcess([&] {
+            const QByteArray mountPoint = QFile::encodeName(folder);
+            if (!mountApart(mountPoint))
+                return NoMount;
+            const QString path = folder + u'/' + fixture;
+            ScratchFolder::write(path, ScratchFolder::contents(prepared));
+            const bool isFull = trouble == u"full";
+            if (!isFull && ::mount("none", mountPoint.constData(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) != 0)
+                return NoMount;
+            if (isFull)
+                fill(folder);
+            // What fits the tag's padding needs no room.
+            if (saveTitle(path, longerTitle) != isFull)
+                return isFull ? NotSaved : Saved;
+            const QByteArray before = ScratchFolder::contents(path);
+            if (TaglibWrapper::setImageData(QByteArray(300'000, 'p'), path, path.right(3)))
+                return Saved;
+            if (ScratchFolder::contents(path) != before)
+                return Changed;
+            return QDir(folder).entryList(QDir::Files | QDir::Hidden).size() == (isFull ? 2 : 1) ? Right : Left;
+        });
+        if (code == NoMount)
+            QSKIP("This machine lets an ordinary user mount nothing");
+        QCOMPARE(code, int(Right));
+    }
+
+    // Replaced when the text does not fit, patched when it does.
+    void keepsWhatBelongsToFile_data() { addRows({"replaced", "patched"}); }
+
+    void keepsWhatBelongsToFile()
+    {
+        const bool isReplaced = row()[0] == u"replaced";
+        const ScratchFolder scratch;
+        const QString path = roomyCopy(scratch, u"v24.mp3"_qs);
+        const QString link = scratch.path(u"link.mp3"_qs);
+        const QByteArray name = QFile::encodeName(path);
+        QVERIFY(QFile::link(u"v24.mp3"_qs, link));
+        const auto list =
+            QByteArray::fromHex("0200000001000600ffffffff020004000100000004000400ffffffff10000400ffffffff"
+                                "20000000ffffffff");
+        if (::setxattr(name.constData(), "user.mood", "calm", 4, 0) != 0)
+            QSKIP("No extended attributes here");
+        const bool hasList = ::setxattr(name.constData(), "system.posix_acl_access", list.constData(),
+                                        static_cast<std::size_t>(list.size()), 0)
+                             == 0;
+        const auto mode = fs::status(path.toStdString()).permissions();
+        const ino_t before = inode(path);
+        QVERIFY(saveTitle(link, isReplaced ? longText : longerTitle));
+        QCOMPARE(title(path), isReplaced ? longText : longerTitle);
+        QCOMPARE(inode(path) != before, isReplaced);
+        QCOMPARE(attribute(path, "user.mood"), QByteArray("calm"));
+        QCOMPARE(attribute(path, "system.posix_acl_access"), hasList ? list : QByteArray());
+        QVERIFY(fs::status(path.toStdString()).permissions() == mode);
+        QCOMPARE(fs::read_symlink(link.toStdString()).string(), std::string("v24.mp3"));
+
+        const QString second = scratch.path(u"second.mp3"_qs);
+        fs::create_hard_link(path.toStdString(), second.toStdString());
+        QVERIFY(save(second, u"COMMENT"_qs, longText + longText));
+        QCOMPARE(inode(path), inode(second));
+        QCOMPARE(TaglibWrapper::getComment(path), longText + longText);
+    }
+
+    void addsToWhatOthersChange()
+    {
+        const ScratchFolder scratch;
+        const QString path = scratch.copy(u"v24.mp3"_qs);
+        const QString other = scratch.copy(u"v24.mp3"_qs, u"other.mp3"_qs);
+        QVERIFY(save(other, u"ARTIST"_qs, longText));
+        const QByteArray others = ScratchFolder::contents(other);
+        {
+            SafeFileStream stream(QFile::encodeName(path), SafeFileStream::Mode::ReadWrite);
+            stream.insert("x", 0, 1);
+            ScratchFolder::write(path, others);
+            QVERIFY(stream.commit() == SafeFileStream::Outcome::Stale);
+            QCOMPARE(ScratchFolder::contents(path), others);
+        }
+        ScratchFolder::write(path, ScratchFolder::fixture(u"v24.mp3"_qs));
+        int calls = 0;
+        QVERIFY(OpenedFile::rewrite(path, [&](OpenedFile& file) {
+            if (++calls == 1)
+                ScratchFolder::write(path, others);
+            file.tag()->setTitle("Ours");
+            return true;
+        }));
+        QCOMPARE(calls, 2);
+        QCOMPARE(title(path), u"Ours"_qs);
+        QCOMPARE(TaglibWrapper::getMetadata(path).value_or(PropertyMap())[u"ARTIST"_qs], longText);
+    }
+
+    void waitsForAnotherSave()
+    {
+        const ScratchFolder scratch;
+        const QString path = scratch.copy(u"v24.mp3"_qs);
+        std::array<int, 2> ends{};
+        QCOMPARE(::pipe(ends.data()), 0);
+        const pid_t other = ::fork();
+        if (other == 0) {
+            ::flock(::open(QFile::encodeName(path).constData(), O_RDONLY), LOCK_EX);
+            ::dup2(ends[1], STDOUT_FILENO);
+            ::write(STDOUT_FILENO, "x", 1) == 1 ? ::usleep(300'000) : 0;
+            ::_exit(0);
+        }
+        char sign = 0;
+        QCOMPARE(::read(ends[0], &sign, 1), ssize_t(1));
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(saveTitle(path, longText));
+        QVERIFY(timer.elapsed() > 200);
+        ::waitpid(other, nullptr, 0);
+    }
+
+    // What happens to the file or to the record of the change that was cut short, and whether the file comes back.
+    void takesBackWhatItsRecordIsFor_data()
+    {
+        addRows({"nothing | back", "record cut | left", "file renamed | back", "file exchanged | left"});
+    }
+
+    void takesBackWhatItsRecordIsFor()
+    {
+        const auto [event, expected] = row<2>();
+        const ScratchFolder scratch;
+        QString path = roomyCopy(scratch, u"v24.mp3"_qs);
+        const QByteArray before = ScratchFolder::contents(path);
+        QByteArray halfway = before;
+        for (int call = 1; halfway == before; ++call) {
+            TaglibWrapper::recoverInterruptedChanges();
+            const int code = inChildProcess([&] {
+                FaultInjection::arm(call, {FaultInjection::Kind::KillHalfway});
+                return saveTitle(path, longerTitle) ? 1 : 0;
+            });
+            QCOMPARE(code, -SIGKILL);
+            halfway = ScratchFolder::contents(path);
+        }
+        const QDir records(state_->path(u"state/sonvika/undo"_qs));
+        QCOMPARE(records.entryList(QDir::Files).size(), 1);
+        const QString record = records.filePath(records.entryList(QDir::Files).first());
+        if (event == u"record cut")
+            QVERIFY(QFile::resize(record, QFile(record).size() - 1));
+        if (event == u"file renamed" || event == u"file exchanged") {
+            const QString from = std::exchange(path, scratch.path(u"renamed.mp3"_qs));
+            QVERIFY(QFile::rename(from, path));
+            if (event == u"file exchanged")
+                ScratchFolder::write(path = from, halfway);
+        }
+        if (event == u"file exchanged")
+            TaglibWrapper::recoverInterruptedChanges();
+        TaglibWrapper::getMetadata(path);
+        QCOMPARE(ScratchFolder::contents(path), expected == u"back" ? before : halfway);
+        QVERIFY(records.isEmpty(QDir::Files));
+    }
+
+    void savesWithoutStateFolder()
+    {
+        const ScratchFolder scratch;
+        qputenv("XDG_STATE_HOME", QFile::encodeName(scratch.copy(u"text.mp3"_qs)) + "/below");
+        for (const auto& fixture : {u"v24.mp3"_qs, u"padded.m4a"_qs}) {
+            const QString path = roomyCopy(scratch, fixture);
+            QVERIFY(saveTitle(path, longerTitle));
+            QCOMPARE(title(path), longerTitle);
+        }
+    }
+
+    void keepsPiecesInOrder()
+    {
+        std::mt19937 random(7);
+        const auto upTo = [&](std::size_t limit) {
+            return std::uniform_int_distribution<std::size_t>(0, limit)(random);
+        };
+        for (int round = 0; round < 200; ++round) {
+            std::string original(upTo(300), '\0');
+            std::generate(original.begin(), original.end(), [&] { return char('a' + upTo(25)); });
+            std::string expected = original;
+            PieceTable table(std::int64_t(original.size()));
+            for (int step = 0; step < 30; ++step) {
+                const std::size_t start = upTo(expected.size() + 5);
+                const std::size_t removed = upTo(20);
+                const std::string bytes(upTo(20), char('A' + step % 26));
+                table.replace(std::int64_t(start), std::int64_t(removed), bytes.data(), bytes.size());
+                expected.resize(std::max(expected.size(), start));
+                expected.replace(start, removed, bytes);
+            }
+            std::string content;
+            table.visit(0, table.length(), [&](std::int64_t, const PieceTable::Piece& piece) {
+                content += piece.isOriginal() ? original.substr(std::size_t(piece.offset), std::size_t(piece.length))
+                                              : std::string(piece.data(), std::size_t(piece.length));
+            });
+            QVERIFY(content == expected);
+            const auto prefix = std::size_t(table.unchangedPrefix());
+            QVERIFY(expected.compare(0, prefix, original, 0, prefix) == 0);
+        }
+    }
+
+private:
+    std::unique_ptr<ScratchFolder> state_;
+};
+
+QTEST_GUILESS_MAIN(SafeSavesTest)
+#include "SafeSavesTest.moc"
