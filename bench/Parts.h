@@ -18,6 +18,9 @@ void memoryChild(const QString& folder);
 /// Selecting all rows, and typing in the search field.
 void list(const Corpus& corpus, int largest);
 
+/// Reading, and writing to files below a folder, against a bare TagLib loop.
+void saving(const QString& folder);
+
 /// The start of the program against that of an empty window.
 void start();
 /// One such start; ends the process.

@@ -30,13 +30,14 @@ Options parseOptions(const QApplication& application)
                                      QStringLiteral("N"), QStringLiteral("50000"));
     parser.addOptions({folder, largest});
     parser.addPositionalArgument(QStringLiteral("parts"), QStringLiteral("What to measure; everything by default."),
-                                 QStringLiteral("[load] [memory] [list] [start]"));
+                                 QStringLiteral("[load] [memory] [list] [save] [start]"));
     parser.process(application);
     return {parser.value(folder), std::max(1'000, parser.value(largest).toInt()), parser.positionalArguments()};
 }
 
-void runParts(const Options& options, const Corpus& corpus)
+void runParts(const Options& options, const QString& folder)
 {
+    const Corpus corpus(folder);
     std::printf("%s; folders of more than %d files repeat them under other paths (hard links)\n\n",
                 qPrintable(QGuiApplication::platformName()), Corpus::poolSize);
     if (options.wants("load"))
@@ -45,6 +46,8 @@ void runParts(const Options& options, const Corpus& corpus)
         Parts::memory(corpus, options.largest);
     if (options.wants("list"))
         Parts::list(corpus, options.largest);
+    if (options.wants("save"))
+        Parts::saving(folder);
     if (options.wants("start"))
         Parts::start();
 }
@@ -54,6 +57,7 @@ void useSettingsIn(const QTemporaryDir& scratch)
 {
     qputenv("XDG_CONFIG_HOME", scratch.filePath(QStringLiteral("config")).toUtf8());
     qputenv("XDG_DATA_HOME", scratch.filePath(QStringLiteral("data")).toUtf8());
+    qputenv("XDG_STATE_HOME", scratch.filePath(QStringLiteral("state")).toUtf8());
 }
 
 void useOffscreenWithoutDisplay()
@@ -80,7 +84,7 @@ int main(int argc, char* argv[])
     const QTemporaryDir scratch;
     useSettingsIn(scratch);
     try {
-        runParts(options, Corpus(options.folder.isEmpty() ? scratch.path() : options.folder));
+        runParts(options, options.folder.isEmpty() ? scratch.path() : options.folder);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;

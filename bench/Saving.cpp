@@ -1,0 +1,159 @@
+#include "Measure.h"
+#include "Parts.h"
+
+#include "tagengine/TaglibWrapper.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <taglib/fileref.h>
+#include <taglib/tag.h>
+#include <taglib/tpropertymap.h>
+#include <taglib/tvariant.h>
+
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int fileCount = 100;
+constexpr int runs = 3;
+constexpr int coverBytes = 300'000;
+constexpr const char* title = "Another title";
+
+void readBare(const std::string& path)
+{
+    static volatile unsigned int sink = 0;
+    const TagLib::FileRef file(path.c_str(), true, TagLib::AudioProperties::Average);
+    const auto& tag = *file.tag();
+    sink = sink + tag.title().size() + tag.artist().size() + tag.album().size() + tag.comment().size();
+    sink = sink + tag.genre().size() + tag.year() + tag.track() + file.file()->properties().size();
+}
+
+bool read(const QString& path)
+{
+    return TaglibWrapper::getMetadata(path).has_value();
+}
+
+void setTitleBare(const std::string& path)
+{
+    TagLib::FileRef file(path.c_str(), true, TagLib::AudioProperties::Average);
+    file.tag()->setTitle(title);
+    file.save();
+}
+
+bool setTitle(const QString& path)
+{
+    return TaglibWrapper::setMetadata(path, {{QStringLiteral("TITLE"), QLatin1String(title)}});
+}
+
+void addCoverBare(const std::string& path)
+{
+    TagLib::FileRef file(path.c_str(), true, TagLib::AudioProperties::Average);
+    const TagLib::ByteVector cover(coverBytes, 'c');
+    file.file()->setComplexProperties(
+        "PICTURE", {{{"data", cover}, {"mimeType", "image/jpeg"}, {"pictureType", "Front Cover"}}});
+    file.save();
+}
+
+bool addCover(const QString& path)
+{
+    return TaglibWrapper::setImageData(QByteArray(coverBytes, 'c'), path, path.right(3));
+}
+
+struct Work {
+    const char* title;
+    const char* type;
+    double aim;
+    void (*bare)(const std::string&);
+    bool (*own)(const QString&);
+};
+
+constexpr Work works[]{
+    {"read tags, MP3", "mp3", 0.9, readBare, read},
+    {"read tags, M4A", "m4a", 0.35, readBare, read},
+    {"change a title that fits the padding, MP3", "mp3", 2.0, setTitleBare, setTitle},
+    {"change a title, M4A without padding", "m4a", 0.5, setTitleBare, setTitle},
+    {"add a cover of 300 KB, MP3", "mp3", 2.5, addCoverBare, addCover},
+    {"add a cover of 300 KB, M4A", "m4a", 2.5, addCoverBare, addCover},
+};
+
+/// Five minutes of noise with a few tags: an MP3 with TagLib's padding, an M4A with its tags in front and none.
+void makeSeed(const QString& path, const QString& encoder)
+{
+    const QString input =
+        QStringLiteral("-v error -f lavfi -i anoisesrc=d=300:a=0.3 -ac 2 -b:a 128k -map_metadata -1 "
+                       "-metadata title=Title -metadata artist=Artist -metadata album=Album "
+                       "-movflags +faststart -c:a");
+    QProcess::execute(QStringLiteral("ffmpeg"), input.split(QLatin1Char(' ')) + QStringList{encoder, path});
+    TagLib::FileRef file(QFile::encodeName(path).constData(), false);
+    if (file.isNull())
+        throw std::runtime_error("ffmpeg is needed to make the files");
+    if (path.endsWith(QLatin1String("mp3")))
+        file.save();
+}
+
+/// Does the work on fresh copies of the seed. @return the milliseconds until all of it is on the disk.
+template <class Each>
+double measure(const QString& root, const QString& seed, Each each)
+{
+    const QTemporaryDir folder(root + QStringLiteral("/saving-XXXXXX"));
+    QStringList paths;
+    for (int i = 0; i < fileCount; ++i) {
+        paths += folder.filePath(QString::number(i) + seed.right(4));
+        if (!QFile::copy(seed, paths.back()))
+            throw std::runtime_error("the files don't fit on the disk");
+    }
+    const int descriptor = ::open(QFile::encodeName(folder.path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ::syncfs(descriptor);
+    const double time = Measure::milliseconds([&] {
+        for (const auto& path : paths)
+            each(path);
+        ::syncfs(descriptor);
+    });
+    ::close(descriptor);
+    return time;
+}
+
+void compare(const Work& work, const QString& root, const QString& seed)
+{
+    std::vector<double> bare;
+    std::vector<double> own;
+    std::vector<double> ratios;
+    for (int i = 0; i < runs; ++i) {
+        bare.push_back(
+            measure(root, seed, [&](const QString& path) { work.bare(QFile::encodeName(path).toStdString()); }));
+        own.push_back(measure(root, seed, [&](const QString& path) {
+            if (!work.own(path))
+                throw std::runtime_error("a file could not be read or saved");
+        }));
+        ratios.push_back(own.back() / bare.back());
+    }
+    std::printf("  %-44s %10.0f %10.0f %8.2f %6.2f\n", work.title, Measure::median(bare) * 1000 / fileCount,
+                Measure::median(own) * 1000 / fileCount, Measure::median(ratios), work.aim);
+    std::fflush(stdout);
+}
+
+} // namespace
+
+void Parts::saving(const QString& root)
+{
+    const QString seed = root + QStringLiteral("/seed.");
+    makeSeed(seed + QStringLiteral("mp3"), QStringLiteral("libmp3lame"));
+    makeSeed(seed + QStringLiteral("m4a"), QStringLiteral("aac"));
+    std::printf("Reading and saving %d files of 4.8 MB, microseconds for each (warm cache, all on disk at the end)\n",
+                fileCount);
+    std::printf("  %-44s %10s %10s %8s %6s\n", "", "bare loop", "Sonvika", "ratio", "aim");
+    for (const auto& work : works)
+        compare(work, root, seed + QLatin1String(work.type));
+    QFile::remove(seed + QStringLiteral("mp3"));
+    QFile::remove(seed + QStringLiteral("m4a"));
+    std::printf("  a mixed library of 10000 through openPath: see load; its aim is 1.0\n\n");
+}
