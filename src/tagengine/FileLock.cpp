@@ -12,7 +12,9 @@ using namespace std::chrono_literals;
 constexpr auto patience = 2s;
 constexpr auto interval = 10ms;
 
-bool acquire(int descriptor)
+} // namespace
+
+bool lockFile(int descriptor)
 {
     const auto deadline = std::chrono::steady_clock::now() + patience;
     while (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
@@ -27,9 +29,7 @@ bool acquire(int descriptor)
     return true;
 }
 
-} // namespace
-
-FileLock::FileLock(int descriptor) : descriptor_(descriptor), held_(acquire(descriptor)) {}
+FileLock::FileLock(int descriptor) : descriptor_(descriptor), held_(lockFile(descriptor)) {}
 
 FileLock::~FileLock()
 {

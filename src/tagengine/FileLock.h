@@ -1,5 +1,9 @@
 #pragma once
 
+/// Waits at most two seconds for the advisory lock on an open file, which closing the file releases.
+/// @return true also where the file system has no locks.
+bool lockFile(int descriptor);
+
 /// An advisory lock (flock) on an open file, which keeps two of our programs from saving it at the same moment.
 class FileLock {
 public:

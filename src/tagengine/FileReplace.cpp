@@ -48,9 +48,14 @@ public:
     explicit SiblingFile(const fs::path& folder)
     {
         static std::atomic<unsigned int> counter{0};
-        path_ = folder
-                / (temporaryPrefix + std::to_string(::getpid()) + "-" + std::to_string(counter++) + temporarySuffix);
-        descriptor_ = FileDescriptor(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+        const std::string start = temporaryPrefix + std::to_string(::getpid()) + "-";
+        // A process of the same number, in another container or before, may have left its own.
+        for (int attempt = 0; attempt < attempts && !descriptor_.isOpen(); ++attempt) {
+            path_ = folder / (start + std::to_string(counter++) + temporarySuffix);
+            descriptor_ = FileDescriptor(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+            if (!descriptor_.isOpen() && errno != EEXIST)
+                break;
+        }
     }
     ~SiblingFile()
     {
@@ -71,6 +76,8 @@ public:
     }
 
 private:
+    static constexpr int attempts = 100;
+
     fs::path path_;
     FileDescriptor descriptor_;
 };

@@ -102,18 +102,16 @@ private:
     Checksum checksum_;
 };
 
-bool isWhole(int record, std::int64_t contentLength)
+/// A new record, locked, so that whoever finds it knows that its writer is alive.
+FileDescriptor openNew(const QByteArray& path)
 {
-    Checksum checksum;
-    XXH64_hash_t stored = 0;
-    const bool read =
-        forEachBlock(record, 0, contentLength, [&](std::int64_t, const char* bytes, std::int64_t count) {
-            checksum.add(bytes, count);
-            return true;
-        });
-    return read
-           && PosixFile::readAt(record, contentLength, reinterpret_cast<char*>(&stored), checksumSize) == checksumSize
-           && stored == checksum.value();
+    FileDescriptor record(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    if (!record.isOpen() || !lockFile(record.get()))
+        return FileDescriptor();
+    // It may have been found empty, and removed, before it was locked.
+    const FileIdentity identity = FileIdentity::ofDescriptor(record.get());
+    const bool usable = identity.links > 0 && (identity.size == 0 || ::ftruncate(record.get(), 0) == 0);
+    return usable ? std::move(record) : FileDescriptor();
 }
 
 } // namespace
@@ -129,12 +127,9 @@ std::optional<UndoRecord> UndoRecord::create(int file, const FileIdentity& ident
     record.oldBytesStart_ = lengthSize + record.header().size();
     if (record.oldBytesStart_ > longestHeader)
         return std::nullopt;
-    const auto open = [&] {
-        return FileDescriptor(::open(record.recordPath_.constData(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
-    };
-    record.record_ = open();
+    record.record_ = openNew(record.recordPath_);
     if (!record.record_.isOpen() && errno == ENOENT && QDir().mkpath(recordFolder()))
-        record.record_ = open();
+        record.record_ = openNew(record.recordPath_);
     if (!record.record_.isOpen())
         return std::nullopt;
     const bool written =
@@ -183,45 +178,74 @@ void UndoRecord::recoverAll()
 /// @param path that the file has now, where it is known: it may have been renamed since.
 bool UndoRecord::recoverBy(const QByteArray& recordPath, const QByteArray& path)
 {
-    auto record = read(recordPath);
-    if (!record)
-        return ::unlink(recordPath.constData()) == 0 || errno == ENOENT;
-    if (!path.isEmpty())
-        record->path_ = path;
-    const FileDescriptor file(::open(record->path_.constData(), O_RDWR | O_CLOEXEC));
+    UndoRecord record;
+    record.recordPath_ = recordPath;
+    record.record_ = FileDescriptor(::open(recordPath.constData(), O_RDWR | O_CLOEXEC));
+    if (!record.record_.isOpen())
+        return errno == ENOENT;
+    if (!lockFile(record.record_.get()))
+        return false;
+    // The change may have come to its end while the lock was waited for.
+    if (FileIdentity::ofDescriptor(record.record_.get()).links == 0)
+        return true;
+    switch (record.load()) {
+    case State::Unreadable:
+        return false;
+    case State::NotWhole:
+        return record.remove();
+    case State::Whole:
+        return record.recoverFile(path.isEmpty() ? record.path_ : path);
+    }
+    return false;
+}
+
+bool UndoRecord::recoverFile(const QByteArray& path)
+{
+    const FileDescriptor file(::open(path.constData(), O_RDWR | O_CLOEXEC));
     if (!file.isOpen()) {
         // A file that is gone needs no record; one whose folder is gone may be on a volume that comes back.
-        const QFileInfo info(QFile::decodeName(record->path_));
+        const QFileInfo info(QFile::decodeName(path));
         const bool isGone = errno == ENOENT && info.dir().exists();
-        return isGone && record->remove();
+        return isGone && remove();
     }
     const FileLock lock(file.get());
     if (!lock.isHeld())
         return false;
-    // The change may have come to its end while the lock was waited for.
-    if (::access(recordPath.constData(), F_OK) != 0)
-        return true;
-    const bool isThatFile = record->identity_.isSameFile(FileIdentity::ofDescriptor(file.get()));
-    return (!isThatFile || record->rollBack(file.get())) && record->remove();
+    const bool isThatFile = identity_.isSameFile(FileIdentity::ofDescriptor(file.get()));
+    return (!isThatFile || rollBack(file.get())) && remove();
 }
 
-std::optional<UndoRecord> UndoRecord::read(const QByteArray& recordPath)
+UndoRecord::State UndoRecord::load()
 {
-    UndoRecord record;
-    record.recordPath_ = recordPath;
-    record.record_ = FileDescriptor(::open(recordPath.constData(), O_RDWR | O_CLOEXEC));
     quint32 length = 0;
-    if (PosixFile::readAt(record.record_.get(), 0, reinterpret_cast<char*>(&length), lengthSize) != lengthSize
-        || length > longestHeader)
-        return std::nullopt;
+    std::int64_t count = PosixFile::readAt(record_.get(), 0, reinterpret_cast<char*>(&length), lengthSize);
+    if (count != lengthSize || length > longestHeader)
+        return count < 0 ? State::Unreadable : State::NotWhole;
     QByteArray header(static_cast<qsizetype>(length), Qt::Uninitialized);
-    if (PosixFile::readAt(record.record_.get(), lengthSize, header.data(), length) != length
-        || !record.parseHeader(header))
-        return std::nullopt;
-    record.oldBytesStart_ = lengthSize + length;
-    if (!isWhole(record.record_.get(), record.oldBytesStart_ + record.oldLength()))
-        return std::nullopt;
-    return record;
+    count = PosixFile::readAt(record_.get(), lengthSize, header.data(), length);
+    if (count != length || !parseHeader(header))
+        return count < 0 ? State::Unreadable : State::NotWhole;
+    oldBytesStart_ = lengthSize + length;
+    return check(oldBytesStart_ + oldLength());
+}
+
+UndoRecord::State UndoRecord::check(std::int64_t contentLength) const
+{
+    if (FileIdentity::ofDescriptor(record_.get()).size != contentLength + checksumSize)
+        return State::NotWhole;
+    Checksum checksum;
+    XXH64_hash_t stored = 0;
+    const bool isRead =
+        forEachBlock(record_.get(), 0, contentLength,
+                     [&](std::int64_t, const char* bytes, std::int64_t count) {
+                         checksum.add(bytes, count);
+                         return true;
+                     })
+        && PosixFile::readAt(record_.get(), contentLength, reinterpret_cast<char*>(&stored), checksumSize)
+               == checksumSize;
+    if (!isRead)
+        return State::Unreadable;
+    return stored == checksum.value() ? State::Whole : State::NotWhole;
 }
 
 QByteArray UndoRecord::header() const

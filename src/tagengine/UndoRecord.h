@@ -50,7 +50,10 @@ public:
 private:
     UndoRecord() = default;
     bool write(int file) const;
-    static std::optional<UndoRecord> read(const QByteArray& recordPath);
+    enum class State { Whole, NotWhole, Unreadable };
+    State load();
+    State check(std::int64_t contentLength) const;
+    bool recoverFile(const QByteArray& path);
     static bool recoverBy(const QByteArray& recordPath, const QByteArray& path = {});
     QByteArray header() const;
     bool parseHeader(const QByteArray& bytes);

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Makes calls that change files fail in this process. The calls are the test program's own, which come before libc's:
+/// Makes calls that change files fail in this process. They are the test program's own, which come before libc's:
 /// write, pwrite, copy_file_range, ftruncate, fallocate, fsync, fdatasync, rename, unlink and fwrite.
 namespace FaultInjection {
 

@@ -54,12 +54,13 @@ bool mountApart(const QByteArray& folder)
 {
     const QByteArray user = QByteArray::number(::getuid());
     const QByteArray group = QByteArray::number(::getgid());
-    if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
-        return false;
-    ScratchFolder::write(u"/proc/self/setgroups"_qs, "deny");
-    ScratchFolder::write(u"/proc/self/uid_map"_qs, "0 " + user + " 1");
-    ScratchFolder::write(u"/proc/self/gid_map"_qs, "0 " + group + " 1");
-    return ::mount("none", folder.constData(), "tmpfs", 0, "size=128k") == 0;
+    const auto set = [](const QString& name, const QByteArray& value) {
+        QFile file(u"/proc/self/"_qs + name);
+        return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(value) == value.size();
+    };
+    return ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && set(u"setgroups"_qs, "deny")
+           && set(u"uid_map"_qs, "0 " + user + " 1") && set(u"gid_map"_qs, "0 " + group + " 1")
+           && ::mount("none", folder.constData(), "tmpfs", 0, "size=128k") == 0;
 }
 
 /// Leaves nothing of the file system's room.
