@@ -24,6 +24,8 @@ bool holdsUnreadNumber(const TagLib::ID3v2::Tag& tag)
 OpenedFile::OpenedFile(const QString& path, SafeFileStream::Mode mode)
     : stream_(QFile::encodeName(path), mode), ref_(&stream_, true, TagLib::AudioProperties::Average)
 {
+    if (stream_.isRefused())
+        ref_ = TagLib::FileRef();
 }
 
 bool OpenedFile::rewrite(const QString& path, const std::function<bool(OpenedFile&)>& change)

@@ -78,7 +78,7 @@ bool SafeFileStream::openForWriting()
 
 SafeFileStream::Outcome SafeFileStream::commit()
 {
-    if (!writable_ || reader_.failed())
+    if (!writable_ || refused_ || reader_.failed())
         return Outcome::Failed;
     const bool isCurrent = identity_.isUnchanged(FileIdentity::ofDescriptor(file_.get()))
                            && identity_.isUnchanged(FileIdentity::ofPath(target_.constData()));
@@ -90,7 +90,7 @@ SafeFileStream::Outcome SafeFileStream::commit()
 
 TagLib::ByteVector SafeFileStream::readBlock(std::size_t length)
 {
-    if (!isOpen() || position_ < 0 || position_ >= content_.length())
+    if (!isOpen() || refused_ || position_ < 0 || position_ >= content_.length())
         return {};
     length = std::min(length, static_cast<std::size_t>(content_.length() - position_));
     TagLib::ByteVector bytes(static_cast<unsigned int>(length));
@@ -104,6 +104,9 @@ TagLib::ByteVector SafeFileStream::readBlock(std::size_t length)
             std::memcpy(into, piece.data(), size);
         done += size;
     });
+    refused_ = !guard_.accepts(position_, bytes);
+    if (refused_)
+        return {};
     position_ += static_cast<TagLib::offset_t>(length);
     return bytes;
 }

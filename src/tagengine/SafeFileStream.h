@@ -5,6 +5,7 @@
 #include "tagengine/FileLock.h"
 #include "tagengine/PieceTable.h"
 #include "tagengine/PosixFile.h"
+#include "tagengine/ReadGuard.h"
 
 #include <QByteArray>
 
@@ -32,6 +33,9 @@ public:
     /// Gives the file the content that the stream has. To be called once.
     Outcome commit();
 
+    /// Whether the content is such that TagLib must not be let at it; it was shown an empty file from there on.
+    bool isRefused() const { return refused_; }
+
     TagLib::FileName name() const override { return path_.constData(); }
     TagLib::ByteVector readBlock(std::size_t length) override;
     void writeBlock(const TagLib::ByteVector& data) override;
@@ -58,4 +62,6 @@ private:
     BlockReader reader_;
     PieceTable content_;
     TagLib::offset_t position_ = 0;
+    ReadGuard guard_;
+    bool refused_ = false;
 };
