@@ -59,8 +59,11 @@ public:
     }
     ~SiblingFile()
     {
-        if (descriptor_.isOpen())
-            ::unlink(path_.c_str());
+        if (!descriptor_.isOpen())
+            return;
+        // Some file systems remove an open file by renaming it, which they may refuse.
+        descriptor_.close();
+        ::unlink(path_.c_str());
     }
     SiblingFile(const SiblingFile&) = delete;
     SiblingFile& operator=(const SiblingFile&) = delete;
