@@ -1,18 +1,27 @@
 #include "app/ViewController.h"
 
+#include "artwork/ArtworkCommands.h"
+#include "artwork/ShownArt.h"
 #include "library/ArrayController.h"
+#include "library/BatchCommands.h"
 #include "library/FieldEditor.h"
 #include "library/FileLoader.h"
 #include "model/NumberText.h"
 #include "platform/FilePanels.h"
 #include "tagengine/TaglibWrapper.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+
 #include <algorithm>
 #include <numeric>
 
-ViewController::ViewController(ArrayController& list, FileLoader& loader, FieldEditor& editor, FilePanels& panels)
-    : list_(list), loader_(loader), editor_(editor), panels_(panels)
+ViewController::ViewController(ArrayController& list, FileLoader& loader, FieldEditor& editor, BatchCommands& batch,
+                               ArtworkCommands& artwork, ShownArt& art, FilePanels& panels)
+    : list_(list), loader_(loader), editor_(editor), batch_(batch), artwork_(artwork), art_(art), panels_(panels)
 {
+    connect(&batch, &BatchCommands::artWritten, &art, &ShownArt::put);
     connect(&list.selection(), &ListSelection::aboutToChange, this, &ViewController::editingShouldEnd);
     connect(&list.selection(), &ListSelection::changed, this, &ViewController::updateFields);
 }
@@ -82,6 +91,64 @@ void ViewController::applyEdit(const QString& key, const QString& value)
     editor_.applyEdit(key, value);
 }
 
+void ViewController::updateCompilationState(const QString& state)
+{
+    applyEdit(QStringLiteral("COMPILATION"), state);
+}
+
+void ViewController::incrementTrackNumbers()
+{
+    endEditing();
+    batch_.incrementTrackNumbers();
+}
+
+void ViewController::removeUnsupportedTags()
+{
+    endEditing();
+    batch_.removeUnsupportedTags();
+}
+
+void ViewController::removeAllTags()
+{
+    endEditing();
+    batch_.removeAllTags();
+    updateFields();
+}
+
+void ViewController::updateImage()
+{
+    endEditing();
+    artwork_.updateImage();
+}
+
+void ViewController::deleteImage()
+{
+    artwork_.deleteImage();
+}
+
+void ViewController::saveImage()
+{
+    endEditing();
+    artwork_.saveImage();
+}
+
+void ViewController::copyImage()
+{
+    if (auto data = artwork_.copiedImage())
+        QGuiApplication::clipboard()->setMimeData(data.release());
+}
+
+void ViewController::pasteImage()
+{
+    if (const auto* data = QGuiApplication::clipboard()->mimeData())
+        artwork_.pasteImage(*data);
+}
+
+void ViewController::showInFinder()
+{
+    artwork_.showInFinder();
+}
+
 SelectionSummary ViewController::selectionSummary() const
 {
     return SelectionSummary(list_.selectedObjects());
@@ -91,7 +158,7 @@ void ViewController::updateFields()
 {
     const SelectionSummary summary = selectionSummary();
     emit fieldsChanged(summary);
-    emit artChanged(commonArt(summary));
+    art_.show(commonArt(summary));
 }
 
 QByteArray ViewController::commonArt(const SelectionSummary& summary) const

@@ -8,9 +8,12 @@
 #include <QStringList>
 
 class ArrayController;
+class ArtworkCommands;
+class BatchCommands;
 class FieldEditor;
 class FileLoader;
 class FilePanels;
+class ShownArt;
 
 /// The controller of the main window: every command is an operation here, forwarded to the class that does it.
 /// Knows no widget; it speaks to the views by signals.
@@ -18,7 +21,8 @@ class ViewController : public QObject {
     Q_OBJECT
 
 public:
-    ViewController(ArrayController& list, FileLoader& loader, FieldEditor& editor, FilePanels& panels);
+    ViewController(ArrayController& list, FileLoader& loader, FieldEditor& editor, BatchCommands& batch,
+                   ArtworkCommands& artwork, ShownArt& art, FilePanels& panels);
 
     /// Lets the user choose audio files and adds them.
     void openDocument();
@@ -40,6 +44,22 @@ public:
 
     /// Writes one edited field into every selected file (see FieldEditor).
     void applyEdit(const QString& key, const QString& value);
+    /// Writes the compilation flag, "1", "0" or "-1" for mixed, into every selected file.
+    void updateCompilationState(const QString& state);
+
+    // Commands on the selected files; see BatchCommands and ArtworkCommands.
+    void incrementTrackNumbers();
+    void removeUnsupportedTags();
+    void removeAllTags();
+    void updateImage();
+    void deleteImage();
+    void saveImage();
+    /// Puts the shown art on the clipboard.
+    void copyImage();
+    /// Sets the image on the clipboard as art; nothing when there is none.
+    void pasteImage();
+    void showInFinder();
+
     /// Ends an edit in progress, so that it is written.
     void endEditing() { emit editingShouldEnd(); }
     /// Fills the editor from the selection.
@@ -49,8 +69,6 @@ public:
 signals:
     /// The editor should show these values, and let them be edited unless the summary is empty.
     void fieldsChanged(const SelectionSummary& summary);
-    /// The art well should show this picture; empty bytes for none.
-    void artChanged(const QByteArray& bytes);
     void editingShouldEnd();
 
 private:
@@ -59,5 +77,8 @@ private:
     ArrayController& list_;
     FileLoader& loader_;
     FieldEditor& editor_;
+    BatchCommands& batch_;
+    ArtworkCommands& artwork_;
+    ShownArt& art_;
     FilePanels& panels_;
 };

@@ -110,6 +110,13 @@ void ArrayController::removeObjectsAtArrangedObjectIndexes(const QList<int>& row
     emit countChanged();
 }
 
+void ArrayController::replaceObject(int row, AudioFilePtr record)
+{
+    auto& shown = arranged_[static_cast<std::size_t>(row)];
+    *std::find(content_.begin(), content_.end(), shown) = record;
+    shown = std::move(record);
+}
+
 int ArrayController::moveRows(const QList<int>& rows, int gap)
 {
     std::vector<AudioFilePtr> moved;

@@ -3,6 +3,9 @@
 #include "library/ArrayController.h"
 #include "library/FileFinder.h"
 #include "library/FileLoader.h"
+#include "library/Messages.h"
+#include "platform/DropFolder.h"
+#include "platform/DroppedData.h"
 
 #include <QDataStream>
 #include <QFileInfo>
@@ -13,19 +16,19 @@ const QString ListDrops::rowDragType = QStringLiteral("application/x-org.sonvika
 
 namespace {
 
-QStringList localFiles(const QMimeData& data)
+const QStringList& audioTypes()
 {
-    QStringList files;
-    for (const auto& url : data.urls()) {
-        if (url.isLocalFile())
-            files.append(url.toLocalFile());
-    }
-    return files;
+    static const QStringList types{QStringLiteral("audio/mpeg"), QStringLiteral("audio/mp4"),
+                                   QStringLiteral("audio/x-m4a")};
+    return types;
 }
 
 } // namespace
 
-ListDrops::ListDrops(ArrayController& list, FileLoader& loader) : list_(list), loader_(loader) {}
+ListDrops::ListDrops(ArrayController& list, FileLoader& loader, DropFolder& dropFolder, Notifier& notifier)
+    : list_(list), loader_(loader), dropFolder_(dropFolder), notifier_(notifier)
+{
+}
 
 std::unique_ptr<QMimeData> ListDrops::rowDragData(const QList<int>& rows) const
 {
@@ -34,6 +37,10 @@ std::unique_ptr<QMimeData> ListDrops::rowDragData(const QList<int>& rows) const
     stream << rows;
     auto data = std::make_unique<QMimeData>();
     data->setData(rowDragType, bytes);
+    QList<QUrl> files;
+    for (const int row : rows)
+        files.append(QUrl::fromLocalFile(list_.arrangedObjects()[static_cast<std::size_t>(row)]->path));
+    data->setUrls(files);
     return data;
 }
 
@@ -43,9 +50,9 @@ ListDrops::Operation ListDrops::validateDrop(const QMimeData& data, bool fromThi
         const bool allSelected = list_.selection().rows().size() == list_.rowCount();
         return allSelected ? Operation::None : Operation::Move;
     }
-    const QStringList files = localFiles(data);
+    const QStringList files = DroppedData::localFiles(data);
     if (files.isEmpty())
-        return Operation::None;
+        return DroppedData::offersData(data, audioTypes()) ? Operation::Copy : Operation::None;
     const bool welcome = FileFinder::hasSupportedExtension(files.first()) || QFileInfo(files.first()).isDir();
     return welcome ? Operation::Copy : Operation::None;
 }
@@ -56,7 +63,24 @@ void ListDrops::acceptDrop(const QMimeData& data, bool fromThisList, int gap)
         reorder(data, gap);
         return;
     }
-    loader_.openPaths(localFiles(data));
+    const QStringList files = DroppedData::localFiles(data);
+    if (files.isEmpty())
+        receive(data);
+    else
+        loader_.openPaths(files);
+}
+
+void ListDrops::receive(const QMimeData& data)
+{
+    const auto audio = DroppedData::readData(data, audioTypes());
+    if (!audio)
+        return;
+    dropFolder_.receive(audio->bytes, audio->fileName, [this](const QString& path, const QString& error) {
+        if (error.isEmpty())
+            loader_.openPath(path);
+        else
+            Messages::post(notifier_, Messages::couldNotReceiveAudioFile(error));
+    });
 }
 
 void ListDrops::reorder(const QMimeData& data, int gap)

@@ -45,6 +45,36 @@ QString unableToUpdateTags(const QString& path)
     return translated(QT_TRANSLATE_NOOP("Messages", "Unable to update tags for: %@"), path);
 }
 
+QString unableToLoadImage(const QString& error)
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "Unable to load image data: %@"), error);
+}
+
+QString unableToSaveAlbumArt()
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "Unable to save album art"));
+}
+
+QString unableToRestoreAlbumArt()
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "Unable to restore album art"));
+}
+
+QString failedToSaveImage(const QString& url)
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "Failed to save to image. url: %@"), url);
+}
+
+QString unableToRemoveAllTags()
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "Unable to remove all tags"));
+}
+
+QString couldNotReceiveAudioFile(const QString& error)
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "Couldn't recieve audiofile drop: %@"), error);
+}
+
 void post(Notifier& notifier, const QString& body)
 {
     notifier.postNotification(translated(QT_TRANSLATE_NOOP("Messages", "Sonvika")), body);

@@ -12,6 +12,12 @@ QString couldNotOpen(const QString& path);
 QString unsupportedFileType();
 QString fileNotWritable();
 QString unableToUpdateTags(const QString& path);
+QString unableToLoadImage(const QString& error);
+QString unableToSaveAlbumArt();
+QString unableToRestoreAlbumArt();
+QString failedToSaveImage(const QString& url);
+QString unableToRemoveAllTags();
+QString couldNotReceiveAudioFile(const QString& error);
 
 /// Posts @p body under the program's name.
 void post(Notifier& notifier, const QString& body);

@@ -5,6 +5,31 @@
 
 #include <functional>
 
+/// A save panel that offers several formats, while it is shown.
+class SavePanel {
+public:
+    virtual ~SavePanel() = default;
+
+    /// The formats to choose from, in their order.
+    virtual void setFormatTitles(const QStringList& titles) = 0;
+    virtual void selectFormat(int index) = 0;
+    /// What the saved file's extension may be; a name with another one, or without, gets the first added.
+    virtual void setAllowedExtensions(const QStringList& extensions) = 0;
+};
+
+/// What a save panel shows and whom it tells.
+struct SavePanelRequest {
+    QString title;
+    /// Without an extension.
+    QString name;
+    /// Called once before the panel is shown.
+    std::function<void(SavePanel& panel)> willAppear;
+    /// The user chose another format.
+    std::function<void(SavePanel& panel, int index)> formatSelected;
+    /// The user chose where to save; a file that is there already is to be replaced.
+    std::function<void(const QString& path)> chosen;
+};
+
 /// The panels in which a user chooses files. Modeless; the answer comes by the callback, which is not called when the
 /// user cancels.
 class FilePanels {
@@ -17,4 +42,8 @@ public:
     virtual void chooseAudioFiles(const QString& title, Chosen chosen) = 0;
     /// One folder of them.
     virtual void chooseAudioFolder(const QString& title, Chosen chosen) = 0;
+    /// Several files of the given MIME types.
+    virtual void chooseImageFiles(const QString& title, const QStringList& mimeTypes, Chosen chosen) = 0;
+    /// Where to save one file.
+    virtual void chooseSavePath(const SavePanelRequest& request) = 0;
 };

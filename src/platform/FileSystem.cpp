@@ -17,4 +17,13 @@ bool setPosixPermissions(const QString& path, unsigned int mode)
     return ::chmod(QFile::encodeName(path).constData(), mode) == 0;
 }
 
+QString asFileName(QString text)
+{
+    constexpr int longestName = 240;
+    text.replace(QLatin1Char('/'), QLatin1Char('_')).remove(QChar::Null);
+    while (QFile::encodeName(text).size() > longestName)
+        text.chop(text.back().isLowSurrogate() ? 2 : 1);
+    return text;
+}
+
 } // namespace FileSystem

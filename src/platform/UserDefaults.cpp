@@ -17,6 +17,16 @@ void UserDefaults::setBool(const QString& key, bool value)
     setValue(key, value);
 }
 
+int UserDefaults::intForKey(const QString& key) const
+{
+    return value(key).toInt();
+}
+
+void UserDefaults::setInt(const QString& key, int value)
+{
+    setValue(key, value);
+}
+
 QByteArray UserDefaults::dataForKey(const QString& key) const
 {
     return value(key).toByteArray();

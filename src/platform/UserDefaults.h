@@ -16,6 +16,9 @@ public:
 
     bool boolForKey(const QString& key) const;
     void setBool(const QString& key, bool value);
+    /// 0 also for a value that is no integer.
+    int intForKey(const QString& key) const;
+    void setInt(const QString& key, int value);
     QByteArray dataForKey(const QString& key) const;
     void setData(const QString& key, const QByteArray& value);
 
@@ -33,6 +36,8 @@ private:
 /// The keys, each in one place.
 namespace DefaultsKey {
 inline const QString showNotifications = QStringLiteral("showNotifications");
+/// Which of the ImageFormats cover art is saved in.
+inline const QString fileTypeIndex = QStringLiteral("fileTypeIndex");
 inline const QString windowGeometry = QStringLiteral("MainWindow.Geometry");
 inline const QString splitterState = QStringLiteral("MainWindow.Splitter");
 inline const QString tableHeaderState = QStringLiteral("MainWindow.TableHeader");

@@ -139,7 +139,8 @@ private:
     {
         library_ = std::make_unique<Library>();
         defaults_ = std::make_unique<UserDefaults>(folder_->path(u"settings.ini"_qs));
-        window_ = std::make_unique<MainWindow>(library_->controller, library_->list, library_->drops, *defaults_);
+        window_ = std::make_unique<MainWindow>(library_->controller, library_->list, library_->drops, library_->art,
+                                               library_->artworkDrops, *defaults_);
         window_->show();
         QVERIFY(QTest::qWaitForWindowActive(window_.get()));
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FileBrowser.h"
 #include "platform/FilePanels.h"
 #include "platform/NotificationService.h"
 #include "platform/Notifier.h"
@@ -37,6 +38,14 @@ struct FakeRecentDocuments : RecentDocuments {
 struct FakeFilePanels : FilePanels {
     void chooseAudioFiles(const QString&, Chosen chosen) override { chosen(files); }
     void chooseAudioFolder(const QString&, Chosen chosen) override { chosen(folders); }
+    void chooseImageFiles(const QString&, const QStringList&, Chosen chosen) override { chosen(files); }
+    void chooseSavePath(const SavePanelRequest& request) override { save(request); }
     QStringList files;
     QStringList folders;
+    std::function<void(const SavePanelRequest& request)> save;
+};
+
+struct FakeFileBrowser : FileBrowser {
+    void reveal(const QString& path) override { revealed.append(path); }
+    QStringList revealed;
 };

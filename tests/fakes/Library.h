@@ -1,24 +1,40 @@
 #pragma once
 
 #include "app/ViewController.h"
+#include "artwork/ArtworkCommands.h"
+#include "artwork/ArtworkDrops.h"
+#include "artwork/ShownArt.h"
 #include "fakes/FakePlatform.h"
 #include "library/ArrayController.h"
+#include "library/BatchCommands.h"
 #include "library/FieldEditor.h"
 #include "library/FileLoader.h"
 #include "library/ListDrops.h"
 #include "library/TagWriter.h"
+#include "platform/DropFolder.h"
+#include "platform/UserDefaults.h"
+
+#include <QTemporaryDir>
 
 /// The program without its window, on a desktop of fakes.
 struct Library {
     FakeNotifier notifier;
     FakeRecentDocuments recent;
     FakeFilePanels panels;
+    FakeFileBrowser fileBrowser;
+    QTemporaryDir settings;
+    UserDefaults defaults{settings.filePath(QStringLiteral("settings.ini"))};
     ArrayController list;
     FileLoader loader{list, notifier, recent};
     TagWriter writer{notifier};
     FieldEditor editor{list, writer};
-    ListDrops drops{list, loader};
-    ViewController controller{list, loader, editor, panels};
+    BatchCommands batch{list, writer, notifier};
+    DropFolder dropFolder;
+    ListDrops drops{list, loader, dropFolder, notifier};
+    ShownArt art;
+    ArtworkCommands artwork{list, art, notifier, panels, fileBrowser, defaults};
+    ArtworkDrops artworkDrops{list, artwork, art, dropFolder, defaults};
+    ViewController controller{list, loader, editor, batch, artwork, art, panels};
 
     /// Adds records without files, named by their titles.
     void add(const QString& titles)

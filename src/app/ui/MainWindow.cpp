@@ -1,15 +1,16 @@
 #include "app/ui/MainWindow.h"
 
 #include "app/ViewController.h"
+#include "app/ui/Actions.h"
 #include "app/ui/EmptyListHint.h"
 #include "app/ui/Icons.h"
-#include "artwork/ui/AlbumArtView.h"
+#include "artwork/ui/DropView.h"
+#include "artwork/ui/RowDragImage.h"
 #include "library/ArrayController.h"
 #include "library/ui/EditorPane.h"
 #include "library/ui/QuickLookTableView.h"
 #include "platform/UserDefaults.h"
 
-#include <QAction>
 #include <QCloseEvent>
 #include <QHeaderView>
 #include <QLabel>
@@ -35,13 +36,14 @@ constexpr int layoutSettlesAfter = 500;
 
 } // namespace
 
-MainWindow::MainWindow(ViewController& controller, ArrayController& list, ListDrops& drops, UserDefaults& defaults)
-    : controller_(controller), list_(list), defaults_(defaults)
+MainWindow::MainWindow(ViewController& controller, ArrayController& list, ListDrops& drops, ShownArt& art,
+                       ArtworkDrops& artworkDrops, UserDefaults& defaults)
+    : controller_(controller), list_(list), defaults_(defaults),
+      actions_(std::make_unique<Actions>(controller, list, art))
 {
     setWindowTitle(tr("Sonvika"));
     resize(initialSize);
-    buildCentre(drops);
-    buildActions();
+    buildCentre(drops, art, artworkDrops);
     buildMenus();
     buildToolBar();
     status_ = new QLabel(this);
@@ -82,48 +84,29 @@ void MainWindow::closeEvent(QCloseEvent* event)
     event->accept();
 }
 
-QAction* MainWindow::makeAction(const QString& text, const QKeySequence& shortcut, void (ViewController::*command)())
-{
-    auto* action = new QAction(text, this);
-    action->setShortcut(shortcut);
-    connect(action, &QAction::triggered, &controller_, command);
-    return action;
-}
-
-void MainWindow::buildActions()
-{
-    open_ = makeAction(tr("&Open…"), QKeySequence::Open, &ViewController::openDocument);
-    open_->setIcon(Icons::symbol(QStringLiteral("open")));
-    open_->setToolTip(tr("Add files to the list"));
-    openFolder_ =
-        makeAction(tr("Open &Folder…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), &ViewController::openFolder);
-    remove_ = makeAction(tr("&Remove from List"), QKeySequence::Delete, &ViewController::removeDocuments);
-    remove_->setIconText(tr("Remove"));
-    remove_->setIcon(Icons::symbol(QStringLiteral("remove")));
-    remove_->setToolTip(tr("Remove the selected files from the list; the files stay on disk"));
-    remove_->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    table_->addAction(remove_);
-    selectAll_ = makeAction(tr("Select &All"), QKeySequence::SelectAll, &ViewController::selectAll);
-    deselectAll_ =
-        makeAction(tr("&Deselect All"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A), &ViewController::deselectAll);
-    find_ = new QAction(tr("&Find"), this);
-    find_->setShortcut(QKeySequence::Find);
-    connect(find_, &QAction::triggered, this, &MainWindow::findInList);
-}
-
 void MainWindow::buildMenus()
 {
     auto* file = menuBar()->addMenu(tr("&File"));
-    file->addActions({open_, openFolder_, remove_});
+    file->addActions({actions_->open, actions_->openFolder});
+    file->addSeparator();
+    file->addActions({actions_->showInFinder, actions_->remove});
     file->addSeparator();
     auto* quit = file->addAction(tr("&Quit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
 
     auto* edit = menuBar()->addMenu(tr("&Edit"));
-    edit->addActions({selectAll_, deselectAll_});
+    edit->addActions({actions_->selectAll, actions_->deselectAll});
     edit->addSeparator();
-    edit->addAction(find_);
+    edit->addAction(actions_->find);
+    connect(actions_->find, &QAction::triggered, this, &MainWindow::findInList);
+
+    auto* tags = menuBar()->addMenu(tr("&Tags"));
+    tags->addAction(actions_->numberTracks);
+    tags->addSeparator();
+    tags->addActions(actions_->artCommands());
+    tags->addSeparator();
+    tags->addActions({actions_->removeUnsupportedTags, actions_->removeAllTags});
 
     auto* view = menuBar()->addMenu(tr("&View"));
     auto* columns = view->addMenu(tr("&Columns"));
@@ -148,8 +131,8 @@ void MainWindow::buildToolBar()
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     bar->setIconSize({16, 16});
-    bar->addAction(open_);
-    bar->addAction(remove_);
+    bar->addAction(actions_->open);
+    bar->addAction(actions_->remove);
     auto* space = new QWidget(bar);
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     bar->addWidget(space);
@@ -178,17 +161,22 @@ void MainWindow::addSearchKey(Qt::Key key, const std::function<void()>& action)
     connect(shortcut, &QShortcut::activated, this, action);
 }
 
-void MainWindow::buildCentre(ListDrops& drops)
+void MainWindow::buildCentre(ListDrops& drops, ShownArt& art, ArtworkDrops& artworkDrops)
 {
     table_ = new QuickLookTableView(list_, drops, this);
     table_->setObjectName(QStringLiteral("table"));
     auto* hint = new EmptyListHint;
     connect(hint, &EmptyListHint::openWanted, &controller_, &ViewController::openDocument);
     table_->setEmptyHint(hint);
+    table_->setDragImage(RowDragImage::draggingImageComponents);
+    table_->addAction(actions_->remove);
 
-    art_ = new AlbumArtView;
+    well_ = new DropView(artworkDrops, art);
+    well_->setObjectName(QStringLiteral("artWell"));
+    well_->addActions(actions_->artCommands());
+    well_->setContextMenuPolicy(Qt::ActionsContextMenu);
     editor_ = new EditorPane;
-    editor_->setHeader(art_);
+    editor_->setHeader(well_);
     auto* scroll = new QScrollArea(this);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -209,9 +197,10 @@ void MainWindow::buildCentre(ListDrops& drops)
 void MainWindow::connectController()
 {
     connect(&controller_, &ViewController::fieldsChanged, editor_, &EditorPane::showSummary);
-    connect(&controller_, &ViewController::artChanged, art_, &AlbumArtView::setArt);
+    connect(&controller_, &ViewController::fieldsChanged, well_, qOverload<>(&QWidget::update));
     connect(&controller_, &ViewController::editingShouldEnd, editor_, &EditorPane::endEditing);
     connect(editor_, &EditorPane::edited, &controller_, &ViewController::applyEdit);
+    connect(editor_, &EditorPane::compilationClicked, &controller_, &ViewController::updateCompilationState);
     connect(editor_, &EditorPane::rowStepWanted, &controller_, &ViewController::moveSelection);
     connect(table_, &QuickLookTableView::editWanted, editor_, &EditorPane::focusFirstField);
     connect(&list_, &ArrayController::countChanged, this, &MainWindow::updateStatus);
@@ -231,16 +220,6 @@ void MainWindow::updateStatus()
     if (selected > 0)
         text += tr(", %1 selected").arg(number(selected));
     status_->setText(all == 0 ? QString() : text);
-    updateActions();
-}
-
-void MainWindow::updateActions()
-{
-    const bool anySelected = list_.selection().hasSelection();
-    remove_->setEnabled(anySelected);
-    deselectAll_->setEnabled(anySelected);
-    selectAll_->setEnabled(list_.rowCount() > 0);
-    find_->setEnabled(!list_.content().empty());
 }
 
 void MainWindow::findInList()

@@ -3,15 +3,19 @@
 #include <QMainWindow>
 
 #include <functional>
+#include <memory>
 
-class AlbumArtView;
+class Actions;
 class ArrayController;
+class ArtworkDrops;
+class DropView;
 class EditorPane;
 class ListDrops;
 class QLabel;
 class QLineEdit;
 class QSplitter;
 class QuickLookTableView;
+class ShownArt;
 class UserDefaults;
 class ViewController;
 
@@ -20,7 +24,8 @@ class MainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    MainWindow(ViewController& controller, ArrayController& list, ListDrops& drops, UserDefaults& defaults);
+    MainWindow(ViewController& controller, ArrayController& list, ListDrops& drops, ShownArt& art,
+               ArtworkDrops& artworkDrops, UserDefaults& defaults);
     ~MainWindow() override;
 
     /// Makes the window visible and gives it the focus, unless it has it, when the event loop is reached again. Any
@@ -31,14 +36,11 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void buildActions();
     void buildMenus();
     void buildToolBar();
-    void buildCentre(ListDrops& drops);
+    void buildCentre(ListDrops& drops, ShownArt& art, ArtworkDrops& artworkDrops);
     void connectController();
-    QAction* makeAction(const QString& text, const QKeySequence& shortcut, void (ViewController::*command)());
     void updateStatus();
-    void updateActions();
     void findInList();
     /// What a key does in the search field.
     void addSearchKey(Qt::Key key, const std::function<void()>& action);
@@ -51,17 +53,12 @@ private:
     ViewController& controller_;
     ArrayController& list_;
     UserDefaults& defaults_;
-    QAction* open_ = nullptr;
-    QAction* openFolder_ = nullptr;
-    QAction* remove_ = nullptr;
-    QAction* selectAll_ = nullptr;
-    QAction* deselectAll_ = nullptr;
-    QAction* find_ = nullptr;
+    std::unique_ptr<Actions> actions_;
     QLineEdit* searchField_ = nullptr;
     QSplitter* splitter_ = nullptr;
     QuickLookTableView* table_ = nullptr;
     EditorPane* editor_ = nullptr;
-    AlbumArtView* art_ = nullptr;
+    DropView* well_ = nullptr;
     QLabel* status_ = nullptr;
     bool frontWanted_ = false;
 };

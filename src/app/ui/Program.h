@@ -5,13 +5,19 @@
 #include "app/ui/Appearance.h"
 #include "app/ui/MainWindow.h"
 #include "app/ui/ProgramStyle.h"
+#include "artwork/ArtworkCommands.h"
+#include "artwork/ArtworkDrops.h"
+#include "artwork/ShownArt.h"
 #include "library/ArrayController.h"
+#include "library/BatchCommands.h"
 #include "library/FieldEditor.h"
 #include "library/FileLoader.h"
 #include "library/ListDrops.h"
 #include "library/TagWriter.h"
 #include "platform/DBusColourScheme.h"
+#include "platform/DBusFileBrowser.h"
 #include "platform/DBusNotificationService.h"
+#include "platform/DropFolder.h"
 #include "platform/RecentDocuments.h"
 #include "platform/UserDefaults.h"
 #include "platform/ui/FileDialogs.h"
@@ -24,13 +30,19 @@ struct Program {
     NotificationPoster notifier{defaults, notificationService};
     RecentFilesList recentDocuments;
     FileDialogs panels;
+    DBusFileBrowser fileBrowser;
+    DropFolder dropFolder;
     ArrayController list;
     FileLoader loader{list, notifier, recentDocuments};
     TagWriter writer{notifier};
     FieldEditor editor{list, writer};
-    ListDrops drops{list, loader};
-    ViewController controller{list, loader, editor, panels};
-    MainWindow window{controller, list, drops, defaults};
+    BatchCommands batch{list, writer, notifier};
+    ListDrops drops{list, loader, dropFolder, notifier};
+    ShownArt art;
+    ArtworkCommands artwork{list, art, notifier, panels, fileBrowser, defaults};
+    ArtworkDrops artworkDrops{list, artwork, art, dropFolder, defaults};
+    ViewController controller{list, loader, editor, batch, artwork, art, panels};
+    MainWindow window{controller, list, drops, art, artworkDrops, defaults};
     Appearance appearance;
     DBusColourScheme colourScheme;
 };

@@ -1,56 +1,74 @@
 #include "artwork/ui/AlbumArtView.h"
 
-#include <QBuffer>
-#include <QImageReader>
+#include "artwork/DrawnImageRect.h"
+#include "model/Picture.h"
+
+#include <QLocale>
 #include <QPainter>
 #include <QPainterPath>
-
-#include <algorithm>
 
 namespace {
 
 constexpr qreal cornerRadius = 4.0;
-constexpr int preferredSide = 240;
-constexpr int smallestSide = 120;
 
 } // namespace
 
 AlbumArtView::AlbumArtView(QWidget* parent) : QWidget(parent)
 {
-    setMinimumSize(smallestSide, smallestSide);
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
-    policy.setHeightForWidth(true);
-    setSizePolicy(policy);
-    setAccessibleName(tr("Cover art"));
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    connect(&decoder_, &PictureDecoder::decoded, this, &AlbumArtView::setImage);
 }
 
 void AlbumArtView::setArt(const QByteArray& bytes)
 {
-    if (bytes == bytes_)
-        return;
     bytes_ = bytes;
     decode();
-    setAccessibleDescription(showsArt() ? tr("Shows the cover art of the selection") : tr("No Artwork"));
 }
 
-QSize AlbumArtView::sizeHint() const
+QSize AlbumArtView::intrinsicContentSize() const
 {
-    return {preferredSide, preferredSide};
+    return image_.isNull() ? QSize(0, 0) : QSize(width(), width() * image_.height() / image_.width());
 }
 
-int AlbumArtView::heightForWidth(int width) const
+QRect AlbumArtView::drawnImageRect() const
 {
-    return std::clamp(width, smallestSide, preferredSide);
+    return DrawnImageRect::drawnImageRect(image_.size(), rect());
+}
+
+void AlbumArtView::setAlphaValue(qreal alpha)
+{
+    alphaValue_ = alpha;
+    update();
+}
+
+void AlbumArtView::fadeInArt()
+{
+    fade(1, fadeInTime);
+}
+
+void AlbumArtView::fadeOutArt()
+{
+    fade(0, fadeOutTime);
+}
+
+void AlbumArtView::fade(qreal alpha, int milliseconds)
+{
+    fade_.stop();
+    fade_.setDuration(milliseconds);
+    fade_.setEndValue(alpha);
+    fade_.start();
 }
 
 void AlbumArtView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    if (showsArt())
-        paintArt(painter);
-    else
-        paintPlaceholder(painter);
+    painter.setOpacity(alphaValue_);
+    const QRect place = drawnImageRect();
+    QPainterPath outline;
+    outline.addRoundedRect(place, cornerRadius, cornerRadius);
+    painter.setClipPath(outline);
+    painter.drawImage(place, image_);
 }
 
 void AlbumArtView::resizeEvent(QResizeEvent*)
@@ -60,40 +78,32 @@ void AlbumArtView::resizeEvent(QResizeEvent*)
 
 void AlbumArtView::decode()
 {
-    picture_ = QImage();
-    if (!bytes_.isEmpty()) {
-        QBuffer buffer(&bytes_);
-        QImageReader reader(&buffer);
-        reader.setAutoTransform(true);
-        const QSize wanted = size() * devicePixelRatioF();
-        const QSize stored = reader.size();
-        if (stored.width() > wanted.width() || stored.height() > wanted.height())
-            reader.setScaledSize(stored.scaled(wanted, Qt::KeepAspectRatio).expandedTo({1, 1}));
-        picture_ = reader.read();
+    const QSize wanted = size() * devicePixelRatioF();
+    if (!Picture::size(bytes_).isEmpty()) {
+        if (!wanted.isEmpty())
+            decoder_.decode(bytes_, wanted);
+        return;
     }
+    decoder_.cancel();
+    setImage({});
+}
+
+void AlbumArtView::setImage(const QImage& image)
+{
+    image_ = image;
+    setToolTip(description());
+    updateGeometry();
     update();
+    emit imageChanged();
 }
 
-void AlbumArtView::paintArt(QPainter& painter) const
+QString AlbumArtView::description() const
 {
-    QRectF place(QPointF(), picture_.size().scaled(size(), Qt::KeepAspectRatio).toSizeF());
-    place.moveCenter(QRectF(rect()).center());
-    QPainterPath outline;
-    outline.addRoundedRect(place, cornerRadius, cornerRadius);
-    painter.setClipPath(outline);
-    painter.drawImage(place, picture_);
-}
-
-void AlbumArtView::paintPlaceholder(QPainter& painter) const
-{
-    const int side = std::min(width(), height());
-    QRectF place(0, 0, side, side);
-    place.moveCenter(QRectF(rect()).center());
-    const QColor colour =
-        palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::PlaceholderText);
-    QPen pen(colour, 1.5);
-    pen.setDashPattern({5, 5});
-    painter.setPen(pen);
-    painter.drawRoundedRect(place.adjusted(1, 1, -1, -1), 2 * cornerRadius, 2 * cornerRadius);
-    painter.drawText(place, Qt::AlignCenter, tr("No Artwork"));
+    if (image_.isNull())
+        return {};
+    const QSize size = Picture::size(bytes_);
+    const QLocale locale;
+    return tr("%1 × %2 pixels, %3, %4")
+        .arg(locale.toString(size.width()), locale.toString(size.height()),
+             QString::fromLatin1(Picture::format(bytes_)).toUpper(), locale.formattedDataSize(bytes_.size()));
 }

@@ -130,8 +130,8 @@ void EditorPane::addCompilation()
     compilation_ = new QCheckBox(tr("C&ompilation"), form_);
     connect(compilation_, &QCheckBox::clicked, this, [this] {
         const auto state = compilation_->checkState();
-        emit edited(QStringLiteral("COMPILATION"),
-                    state == Qt::PartiallyChecked ? QStringLiteral("-1") : QString::number(state == Qt::Checked));
+        emit compilationClicked(state == Qt::PartiallyChecked ? QStringLiteral("-1")
+                                                              : QString::number(state == Qt::Checked));
     });
     grid_->addWidget(compilation_, grid_->rowCount(), 1);
 }

@@ -3,7 +3,6 @@
 #include <QList>
 #include <QWidget>
 
-class AlbumArtView;
 class GenreBox;
 class QCheckBox;
 class QGridLayout;
@@ -30,6 +29,8 @@ public:
 
 signals:
     void edited(const QString& key, const QString& value);
+    /// The compilation box was clicked and is now on ("1"), off ("0") or mixed ("-1").
+    void compilationClicked(const QString& state);
     void rowStepWanted(int step);
 
 private:

@@ -172,11 +172,10 @@ void QuickLookTableView::startDrag(Qt::DropActions)
         return;
     QDrag drag(this);
     drag.setMimeData(drops_.rowDragData(rows).release());
-    QRect firstRow = visualRect(list_.index(rows.first(), RecordColumns::FileName));
-    firstRow.setLeft(0);
-    if (viewport()->rect().intersects(firstRow))
-        drag.setPixmap(viewport()->grab(firstRow));
-    drag.exec(Qt::MoveAction);
+    if (dragImage_)
+        drag.setPixmap(dragImage_(*list_.arrangedObjects()[static_cast<std::size_t>(rows.first())], *this));
+    // Others get copies: no drag takes a file away from where it is.
+    drag.exec(Qt::CopyAction);
 }
 
 int QuickLookTableView::gapAt(const QPoint& position) const

@@ -2,7 +2,10 @@
 
 #include <QTableView>
 
+#include <functional>
+
 class ArrayController;
+class AudioFile;
 class ListDrops;
 
 /// The table of open files: one row a record, whole rows selected, rows reordered by dragging, files dropped in.
@@ -17,6 +20,10 @@ public:
 
     /// Shown in the middle of the empty table.
     void setEmptyHint(QWidget* hint);
+
+    /// Makes the picture that hangs at the pointer while rows are dragged, from the first of them.
+    using DragImage = std::function<QPixmap(const AudioFile& record, const QWidget& list)>;
+    void setDragImage(DragImage make) { dragImage_ = std::move(make); }
 
     /// Widths, order, visibility and sorting of the columns.
     QByteArray headerState() const;
@@ -58,6 +65,7 @@ private:
 
     ArrayController& list_;
     ListDrops& drops_;
+    DragImage dragImage_;
     QWidget* emptyHint_ = nullptr;
     DropMark dropMark_ = DropMark::None;
     int dropGap_ = -1;

@@ -13,9 +13,12 @@ public:
 
     void chooseAudioFiles(const QString& title, Chosen chosen) override;
     void chooseAudioFolder(const QString& title, Chosen chosen) override;
+    void chooseImageFiles(const QString& title, const QStringList& mimeTypes, Chosen chosen) override;
+    void chooseSavePath(const SavePanelRequest& request) override;
 
 private:
-    void show(const QString& title, QFileDialog::FileMode mode, Chosen chosen);
+    QFileDialog& makeDialog(const QString& title, QFileDialog::FileMode mode);
+    void show(QFileDialog& dialog, Chosen chosen);
 
     QPointer<QWidget> window_;
     QString lastFolder_;

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QAction>
+
+class ArrayController;
+class ShownArt;
+class ViewController;
+
+/// The commands of the main window as actions, with their texts, shortcuts and icons, enabled while they apply.
+class Actions : public QObject {
+    Q_OBJECT
+
+public:
+    Actions(ViewController& controller, ArrayController& list, const ShownArt& art);
+
+    QAction* open;
+    QAction* openFolder;
+    QAction* showInFinder;
+    QAction* remove;
+    QAction* selectAll;
+    QAction* deselectAll;
+    /// Not connected: finding is the window's.
+    QAction* find;
+    QAction* numberTracks;
+    QAction* updateImage;
+    QAction* saveImage;
+    QAction* copyImage;
+    QAction* pasteImage;
+    QAction* deleteImage;
+    QAction* removeUnsupportedTags;
+    QAction* removeAllTags;
+
+    /// The commands on cover art, in the order in which menus show them.
+    QList<QAction*> artCommands() const;
+
+    void update();
+
+private:
+    using Command = void (ViewController::*)();
+
+    QAction* make(const QString& text, const QKeySequence& shortcut, Command command);
+    /// An action whose shortcut counts only inside the widget that the action is added to.
+    QAction* makeLocal(const QString& text, const QKeySequence& shortcut, Command command);
+    void decorate();
+
+    ViewController& controller_;
+    ArrayController& list_;
+    const ShownArt& art_;
+};

@@ -1,0 +1,176 @@
+#include "artwork/ArtworkCommands.h"
+
+#include "artwork/FilePromiseProvider.h"
+#include "artwork/ImageFormats.h"
+#include "artwork/PictureSource.h"
+#include "artwork/ShownArt.h"
+#include "library/ArrayController.h"
+#include "library/Messages.h"
+#include "library/SelectionSummary.h"
+#include "model/Picture.h"
+#include "platform/FileBrowser.h"
+#include "platform/FileSystem.h"
+#include "tagengine/TaglibWrapper.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QUrl>
+
+namespace {
+
+constexpr qint64 mebibyte = 1024 * 1024;
+constexpr qint64 largestPicture = 64 * mebibyte;
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("ArtworkCommands", text);
+}
+
+/// Why the bytes can't be stored as art; empty when they can.
+QString objectionTo(const QByteArray& bytes)
+{
+    if (bytes.size() > largestPicture)
+        return translated(QT_TRANSLATE_NOOP("ArtworkCommands", "The picture is larger than 64 MB"));
+    if (Picture::size(bytes).isEmpty())
+        return translated(QT_TRANSLATE_NOOP("ArtworkCommands", "There is no picture in a known format"));
+    return {};
+}
+
+struct ImageFile {
+    QByteArray bytes;
+    QString error;
+};
+
+ImageFile readImageFile(const QString& path)
+{
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile())
+        return {{}, translated(QT_TRANSLATE_NOOP("ArtworkCommands", "This is no file"))};
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {{}, file.errorString()};
+    const QByteArray bytes = file.read(largestPicture + 1);
+    if (file.error() != QFile::NoError)
+        return {{}, file.errorString()};
+    return {bytes, objectionTo(bytes)};
+}
+
+} // namespace
+
+ArtworkCommands::ArtworkCommands(ArrayController& list, ShownArt& art, Notifier& notifier, FilePanels& panels,
+                                 FileBrowser& fileBrowser, UserDefaults& defaults)
+    : list_(list), art_(art), notifier_(notifier), panels_(panels), fileBrowser_(fileBrowser), accessory_(defaults)
+{
+}
+
+void ArtworkCommands::updateImage()
+{
+    const QString title = translated(QT_TRANSLATE_NOOP("ArtworkCommands", "Change Image"));
+    panels_.chooseImageFiles(title, ImageFormats::mimeTypes(), [this](const QStringList& paths) {
+        const QString path = paths.value(0);
+        if (ImageFormats::extensions().contains(QFileInfo(path).suffix()))
+            setArtFromFile(path);
+        else
+            Messages::post(notifier_, Messages::unsupportedFileType());
+    });
+}
+
+void ArtworkCommands::setArtFromFile(const QString& path)
+{
+    const ImageFile file = readImageFile(path);
+    if (file.error.isEmpty())
+        setArt(file.bytes);
+    else
+        refuse(file.error);
+}
+
+void ArtworkCommands::setArt(const QByteArray& bytes)
+{
+    for (const auto& record : list_.selectedObjects()) {
+        if (TaglibWrapper::setImageData(bytes, record->path, record->fileType))
+            art_.put(bytes);
+        else
+            Messages::post(notifier_, Messages::unableToSaveAlbumArt());
+    }
+}
+
+void ArtworkCommands::deleteImage()
+{
+    for (const auto& record : list_.selectedObjects()) {
+        if (TaglibWrapper::setImageData({}, record->path, record->fileType))
+            art_.put({});
+    }
+}
+
+void ArtworkCommands::saveImage()
+{
+    const QString title = SelectionSummary(list_.selectedObjects()).value(QStringLiteral("title"));
+    SavePanelRequest request;
+    request.title = translated(QT_TRANSLATE_NOOP("ArtworkCommands", "Save Image"));
+    request.name = title.isEmpty() ? QStringLiteral("Title") : FileSystem::asFileName(title);
+    request.willAppear = [this](SavePanel& panel) { accessory_.viewWillAppear(panel); };
+    request.formatSelected = [this](SavePanel& panel, int index) { accessory_.selectFormat(panel, index); };
+    request.chosen = [this](const QString& path) { saveArt(path); };
+    panels_.chooseSavePath(request);
+}
+
+bool ArtworkCommands::saveArt(const QString& path)
+{
+    const int format = ImageFormats::indexForExtension(QFileInfo(path).suffix());
+    const auto bytes = ImageFormats::encode(Picture::decode(art_.bytes()), format);
+    if (!bytes)
+        return false;
+    QSaveFile file(path);
+    file.setDirectWriteFallback(true);
+    if (file.open(QIODevice::WriteOnly) && file.write(*bytes) == bytes->size() && file.commit())
+        return true;
+    Messages::post(notifier_, Messages::failedToSaveImage(QUrl::fromLocalFile(path).toString()));
+    return false;
+}
+
+void ArtworkCommands::showInFinder()
+{
+    for (const auto& record : list_.selectedObjects()) {
+        if (QFileInfo::exists(record->path))
+            fileBrowser_.reveal(record->path);
+    }
+}
+
+std::unique_ptr<QMimeData> ArtworkCommands::copiedImage() const
+{
+    if (!art_.isShown())
+        return nullptr;
+    const QByteArray bytes = art_.bytes();
+    auto data = std::make_unique<FilePromiseProvider>();
+    data->setData(QStringLiteral("image/") + QLatin1String(Picture::format(bytes)), bytes);
+    data->promise(QStringLiteral("application/x-qt-image"), [bytes] { return Picture::decode(bytes); });
+    return data;
+}
+
+bool ArtworkCommands::canPaste(const QMimeData& pasteboard)
+{
+    return PictureSource::hasPicture(pasteboard);
+}
+
+void ArtworkCommands::pasteImage(const QMimeData& pasteboard)
+{
+    const QStringList files = PictureSource::files(pasteboard);
+    if (!files.isEmpty()) {
+        setArtFromFile(files.first());
+        return;
+    }
+    const auto data = PictureSource::readData(pasteboard);
+    if (!data)
+        return;
+    const QString objection = objectionTo(data->bytes);
+    if (objection.isEmpty())
+        setArt(data->bytes);
+    else
+        refuse(objection);
+}
+
+void ArtworkCommands::refuse(const QString& reason)
+{
+    Messages::post(notifier_, Messages::unableToLoadImage(reason));
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "artwork/SavePanelAccessoryView.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+
+class ArrayController;
+class FileBrowser;
+class FilePanels;
+class Notifier;
+class QMimeData;
+class ShownArt;
+class UserDefaults;
+
+/// Commands on the cover art of the selected files, and revealing those files.
+///
+/// Art that comes in is stored as the encoded bytes it came in. Commands write only into the files; the records keep
+/// what they knew. Failures are posted to the user and stop only the file concerned.
+class ArtworkCommands {
+public:
+    ArtworkCommands(ArrayController& list, ShownArt& art, Notifier& notifier, FilePanels& panels,
+                    FileBrowser& fileBrowser, UserDefaults& defaults);
+
+    /// Lets the user choose an image file, of which the first counts, and sets it as the art of every selected file.
+    void updateImage();
+    /// Sets the contents of an image file as the art of every selected file. Refused, with a message, when the file
+    /// can't be read, holds no picture, or is larger than 64 MB.
+    void setArtFromFile(const QString& path);
+    /// Removes the art from every selected file.
+    void deleteImage();
+    /// Lets the user choose where, and in which format, to save the art that is shown.
+    void saveImage();
+    /// Saves the art that is shown in the format that the extension names (see ImageFormats).
+    /// @return false when nothing was written; a file that could not be written is posted to the user.
+    bool saveArt(const QString& path);
+    /// Reveals each selected file that is there.
+    void showInFinder();
+
+    /// The shown art for the clipboard, as encoded bytes and as an image; null when none is shown.
+    std::unique_ptr<QMimeData> copiedImage() const;
+    /// Whether pasteImage would find something to set.
+    static bool canPaste(const QMimeData& pasteboard);
+    /// Sets an image file or image data from the clipboard as the art of every selected file.
+    void pasteImage(const QMimeData& pasteboard);
+
+private:
+    void setArt(const QByteArray& bytes);
+    void refuse(const QString& reason);
+
+    ArrayController& list_;
+    ShownArt& art_;
+    Notifier& notifier_;
+    FilePanels& panels_;
+    FileBrowser& fileBrowser_;
+    SavePanelAccessoryView accessory_;
+};

@@ -1,0 +1,84 @@
+#include "artwork/ArtworkDrops.h"
+
+#include "artwork/ArtworkCommands.h"
+#include "artwork/ImageFormats.h"
+#include "artwork/PictureSource.h"
+#include "artwork/ShownArt.h"
+#include "library/ArrayController.h"
+#include "library/SelectionSummary.h"
+#include "platform/DropFolder.h"
+#include "platform/FileSystem.h"
+
+#include <QDir>
+#include <QUrl>
+
+#include <iostream>
+
+ArtworkDrops::ArtworkDrops(ArrayController& list, ArtworkCommands& commands, ShownArt& art, DropFolder& dropFolder,
+                           UserDefaults& defaults)
+    : list_(list), commands_(commands), art_(art), dropFolder_(dropFolder), defaults_(defaults)
+{
+}
+
+bool ArtworkDrops::hasSelection() const
+{
+    return list_.selection().hasSelection();
+}
+
+bool ArtworkDrops::accepts(const QMimeData& data) const
+{
+    return hasSelection() && PictureSource::hasPicture(data);
+}
+
+bool ArtworkDrops::performDragOperation(const QMimeData& data)
+{
+    const auto setArt = [this](const QString& path) {
+        QMetaObject::invokeMethod(
+            this, [this, path] { commands_.setArtFromFile(path); }, Qt::QueuedConnection);
+    };
+    const QStringList files = PictureSource::files(data);
+    for (const auto& file : files)
+        setArt(file);
+    if (!files.isEmpty())
+        return true;
+    const auto received = PictureSource::readData(data);
+    if (!received)
+        return false;
+    dropFolder_.receive(received->bytes, received->fileName, [setArt](const QString& path, const QString& error) {
+        if (error.isEmpty())
+            setArt(path);
+        else
+            std::cout << "couldn't recieve image drag: " << error.toStdString() << std::endl;
+    });
+    return true;
+}
+
+std::unique_ptr<QMimeData> ArtworkDrops::pasteboardWriterForDropView()
+{
+    if (!art_.isShown())
+        return nullptr;
+    auto provider = std::make_unique<FilePromiseProvider>();
+    provider->promise(QStringLiteral("text/uri-list"), [this, name = fileNameForType()] {
+        const QString path = writePromise(name);
+        return path.isEmpty() ? QByteArray() : QUrl::fromLocalFile(path).toEncoded() + "\r\n";
+    });
+    return provider;
+}
+
+QString ArtworkDrops::fileNameForType() const
+{
+    const QString title = SelectionSummary(list_.selectedObjects()).value(QStringLiteral("title"));
+    const QString base = title.isEmpty() ? QStringLiteral("AlbumArt") : FileSystem::asFileName(title);
+    return base + QLatin1Char('.') + ImageFormats::extensions().value(ImageFormats::storedIndex(defaults_));
+}
+
+QString ArtworkDrops::writePromise(const QString& fileName)
+{
+    if (!promised_)
+        promised_ = std::make_unique<QTemporaryDir>();
+    const QDir folder(promised_->filePath(QString::number(++promiseCount_)));
+    if (!folder.mkpath(QStringLiteral(".")))
+        return {};
+    const QString path = folder.filePath(fileName);
+    return commands_.saveArt(path) ? path : QString();
+}

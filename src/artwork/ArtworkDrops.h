@@ -1,0 +1,48 @@
+#pragma once
+
+#include "artwork/FilePromiseProvider.h"
+
+#include <QString>
+#include <QTemporaryDir>
+
+#include <memory>
+
+class ArrayController;
+class ArtworkCommands;
+class DropFolder;
+class ShownArt;
+class UserDefaults;
+
+/// Drags over the art well and out of it, without a widget.
+class ArtworkDrops : public QObject {
+    Q_OBJECT
+
+public:
+    ArtworkDrops(ArrayController& list, ArtworkCommands& commands, ShownArt& art, DropFolder& dropFolder,
+                 UserDefaults& defaults);
+
+    bool hasSelection() const;
+
+    /// Whether a drop would set art: it brings an image, and there are selected files.
+    bool accepts(const QMimeData& data) const;
+    /// Sets the dropped images as art, one after another, when the event loop is reached again; the last one stays.
+    /// @return false when there is none.
+    bool performDragOperation(const QMimeData& data);
+
+    /// What a drag of the shown art carries: a file that is written when the receiver asks for it. The file is gone
+    /// when the program ends. @return null when no art is shown.
+    std::unique_ptr<QMimeData> pasteboardWriterForDropView();
+    /// What that file will be called: the selection's common title, with the extension of the chosen format.
+    QString fileNameForType() const;
+
+private:
+    QString writePromise(const QString& fileName);
+
+    ArrayController& list_;
+    ArtworkCommands& commands_;
+    ShownArt& art_;
+    DropFolder& dropFolder_;
+    UserDefaults& defaults_;
+    std::unique_ptr<QTemporaryDir> promised_;
+    int promiseCount_ = 0;
+};

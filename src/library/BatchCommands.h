@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+
+class ArrayController;
+class Notifier;
+class TagWriter;
+
+/// Commands that change the tags of all selected files in one go, in list order, one file after another. A failure
+/// stops only the file concerned.
+class BatchCommands : public QObject {
+    Q_OBJECT
+
+public:
+    BatchCommands(ArrayController& list, TagWriter& writer, Notifier& notifier);
+
+    /// Numbers the selected files 1, 2, 3, …; each keeps its own total. A file that can't be written keeps its number,
+    /// and its place in the count.
+    void incrementTrackNumbers();
+    /// Removes every item that has no property key from each selected file with cover art, which stays; files without
+    /// art are left alone. No record changes.
+    void removeUnsupportedTags();
+    /// Removes the cover art and every item that the property interface knows, and empties the records. A record whose
+    /// file can't be stripped stays, though its file may have lost the art.
+    void removeAllTags();
+
+signals:
+    /// This is now the art of the file handled last; empty when it has none.
+    void artWritten(const QByteArray& bytes);
+
+private:
+    void restoreArt(const QByteArray& art, const QString& path, const QString& fileType);
+
+    ArrayController& list_;
+    TagWriter& writer_;
+    Notifier& notifier_;
+};
