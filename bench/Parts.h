@@ -21,6 +21,9 @@ void list(const Corpus& corpus, int largest);
 /// Reading, and writing to files below a folder, against a bare TagLib loop.
 void saving(const QString& folder);
 
+/// Setting cover art on files below a folder against the engine's own loop, and showing it.
+void artwork(const Corpus& corpus, const QString& folder);
+
 /// The start of the program against that of an empty window.
 void start();
 /// One such start; ends the process.

@@ -30,7 +30,7 @@ Options parseOptions(const QApplication& application)
                                      QStringLiteral("N"), QStringLiteral("50000"));
     parser.addOptions({folder, largest});
     parser.addPositionalArgument(QStringLiteral("parts"), QStringLiteral("What to measure; everything by default."),
-                                 QStringLiteral("[load] [memory] [list] [save] [start]"));
+                                 QStringLiteral("[load] [memory] [list] [save] [art] [start]"));
     parser.process(application);
     return {parser.value(folder), std::max(1'000, parser.value(largest).toInt()), parser.positionalArguments()};
 }
@@ -48,6 +48,8 @@ void runParts(const Options& options, const QString& folder)
         Parts::list(corpus, options.largest);
     if (options.wants("save"))
         Parts::saving(folder);
+    if (options.wants("art"))
+        Parts::artwork(corpus, folder);
     if (options.wants("start"))
         Parts::start();
 }

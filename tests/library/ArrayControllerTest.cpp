@@ -2,6 +2,7 @@
 #include "library/RecordColumns.h"
 #include "support/Rows.h"
 
+#include <QDataStream>
 #include <QSignalSpy>
 #include <QUrl>
 
@@ -40,7 +41,12 @@ private slots:
             library.list.setFilterText(filter);
             library.list.selection().setRows(selected ? QList{2} : QList<int>());
             const auto before = library.list.selectedObjects();
-            library.drops.acceptDrop(*library.drops.rowDragData(numbers(rows)), true, gap.toInt());
+            QByteArray dragged;
+            QDataStream stream(&dragged, QIODevice::WriteOnly);
+            stream << numbers(rows);
+            QMimeData data;
+            data.setData(ListDrops::rowDragType, dragged);
+            library.drops.acceptDrop(data, true, gap.toInt());
             QCOMPARE(Library::titles(library.list.content()), expected);
             if (selected)
                 QCOMPARE(library.list.selectedObjects(), before);

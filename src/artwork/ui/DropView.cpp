@@ -191,11 +191,12 @@ void DropView::dragArt()
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(QRect(QPoint(), place.size()), imageView_->image());
     painter.end();
-    QDrag drag(this);
-    drag.setMimeData(promise.release());
-    drag.setPixmap(pixmap);
-    drag.setHotSpot(start - place.topLeft());
-    drag.exec(Qt::CopyAction);
+    // The receiver may ask for the data after exec has returned; Qt deletes the drag when nobody will ask any more.
+    auto* drag = new QDrag(this);
+    drag->setMimeData(promise.release());
+    drag->setPixmap(pixmap);
+    drag->setHotSpot(start - place.topLeft());
+    drag->exec(Qt::CopyAction);
 }
 
 void DropView::paintEvent(QPaintEvent*)

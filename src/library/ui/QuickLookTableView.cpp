@@ -170,12 +170,13 @@ void QuickLookTableView::startDrag(Qt::DropActions)
     const QList<int> rows = list_.selection().rows();
     if (rows.isEmpty())
         return;
-    QDrag drag(this);
-    drag.setMimeData(drops_.rowDragData(rows).release());
+    // The receiver may ask for the data after exec has returned; Qt deletes the drag when nobody will ask any more.
+    auto* drag = new QDrag(this);
+    drag->setMimeData(drops_.rowDragData(rows).release());
     if (dragImage_)
-        drag.setPixmap(dragImage_(*list_.arrangedObjects()[static_cast<std::size_t>(rows.first())], *this));
+        drag->setPixmap(dragImage_(*list_.arrangedObjects()[static_cast<std::size_t>(rows.first())], *this));
     // Others get copies: no drag takes a file away from where it is.
-    drag.exec(Qt::CopyAction);
+    drag->exec(Qt::CopyAction);
 }
 
 int QuickLookTableView::gapAt(const QPoint& position) const
