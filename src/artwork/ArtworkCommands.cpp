@@ -56,6 +56,13 @@ ImageFile readImageFile(const QString& path)
     return {bytes, objectionTo(bytes)};
 }
 
+bool write(const QString& path, const QByteArray& bytes)
+{
+    QSaveFile file(path);
+    file.setDirectWriteFallback(true);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+}
+
 } // namespace
 
 ArtworkCommands::ArtworkCommands(ArrayController& list, ShownArt& art, Notifier& notifier, FilePanels& panels,
@@ -118,12 +125,10 @@ void ArtworkCommands::saveImage()
 bool ArtworkCommands::saveArt(const QString& path)
 {
     const int format = ImageFormats::indexForExtension(QFileInfo(path).suffix());
-    const auto bytes = ImageFormats::encode(Picture::decode(art_.bytes()), format);
-    if (!bytes)
+    if (!art_.isShown())
         return false;
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    if (file.open(QIODevice::WriteOnly) && file.write(*bytes) == bytes->size() && file.commit())
+    const auto bytes = ImageFormats::encode(Picture::decode(art_.bytes()), format);
+    if (bytes && write(path, *bytes))
         return true;
     Messages::post(notifier_, Messages::failedToSaveImage(QUrl::fromLocalFile(path).toString()));
     return false;
@@ -146,11 +151,6 @@ std::unique_ptr<QMimeData> ArtworkCommands::copiedImage() const
     data->setData(QStringLiteral("image/") + QLatin1String(Picture::format(bytes)), bytes);
     data->promise(QStringLiteral("application/x-qt-image"), [bytes] { return Picture::decode(bytes); });
     return data;
-}
-
-bool ArtworkCommands::canPaste(const QMimeData& pasteboard)
-{
-    return PictureSource::hasPicture(pasteboard);
 }
 
 void ArtworkCommands::pasteImage(const QMimeData& pasteboard)

@@ -34,15 +34,13 @@ public:
     /// Lets the user choose where, and in which format, to save the art that is shown.
     void saveImage();
     /// Saves the art that is shown in the format that the extension names (see ImageFormats).
-    /// @return false when nothing was written; a file that could not be written is posted to the user.
+    /// @return false when nothing was written, which is posted to the user unless no art is shown.
     bool saveArt(const QString& path);
     /// Reveals each selected file that is there.
     void showInFinder();
 
     /// The shown art for the clipboard, as encoded bytes and as an image; null when none is shown.
     std::unique_ptr<QMimeData> copiedImage() const;
-    /// Whether pasteImage would find something to set.
-    static bool canPaste(const QMimeData& pasteboard);
     /// Sets an image file or image data from the clipboard as the art of every selected file.
     void pasteImage(const QMimeData& pasteboard);
 

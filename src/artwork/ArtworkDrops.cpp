@@ -76,6 +76,10 @@ QString ArtworkDrops::writePromise(const QString& fileName)
 {
     if (!promised_)
         promised_ = std::make_unique<QTemporaryDir>();
+    if (!promised_->isValid()) {
+        promised_.reset();
+        return {};
+    }
     const QDir folder(promised_->filePath(QString::number(++promiseCount_)));
     if (!folder.mkpath(QStringLiteral(".")))
         return {};

@@ -4,6 +4,7 @@
 #include <QColorSpace>
 #include <QImageReader>
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -23,10 +24,11 @@ constexpr std::array formats{
     Format{"webp", "image/webp", "RIFF", "WEBP"},
 };
 
-constexpr qint64 megapixel = 1'000'000;
-constexpr qint64 mostPixels = 40 * megapixel;
-constexpr qint64 mostPixelsWhenStreamed = 128 * megapixel;
+constexpr qint64 mostPixels = 128'000'000;
+constexpr qint64 mostMemory = 240'000'000;
+constexpr int mostMegabytesAtOnce = 256;
 constexpr qsizetype mostScans = 100;
+constexpr int bytesPerPixel = 4;
 
 const Format* formatOf(const QByteArray& bytes)
 {
@@ -37,27 +39,85 @@ const Format* formatOf(const QByteArray& bytes)
     return nullptr;
 }
 
-/// Whether a JPEG's frame header is one of the progressive kinds, for which a decoder keeps the whole picture.
-bool isProgressiveJpeg(const QByteArray& bytes)
-{
-    const auto byte = [&](qsizetype at) { return static_cast<unsigned char>(bytes[at]); };
-    for (qsizetype at = 2; at + 4 <= bytes.size() && byte(at) == 0xff;) {
-        const int marker = byte(at + 1);
-        const bool isFrame = marker >= 0xc0 && marker <= 0xcf && marker != 0xc4 && marker != 0xc8 && marker != 0xcc;
-        if (isFrame)
-            return (marker & 3) == 2;
-        at += marker == 0xff ? 1 : 2 + byte(at + 2) * 256 + byte(at + 3);
+/// What a JPEG file (ITU T.81) says about itself before and between its scans.
+class JpegStructure {
+public:
+    explicit JpegStructure(const QByteArray& bytes) : bytes_(bytes)
+    {
+        for (qsizetype at = nextMarker(2); at >= 0 && byte(at) != endOfImage && scans_ <= mostScans;)
+            at = nextMarker(takeSegment(at));
     }
-    return false;
+
+    /// A decoder keeps such a picture whole, at two bytes a value.
+    bool isReadInPieces() const { return isBaseline_ && scans_ > 0 && componentsOfFirstScan_ == components_; }
+    int components() const { return components_; }
+    qsizetype scans() const { return scans_; }
+
+private:
+    static constexpr int startOfScan = 0xda;
+    static constexpr int endOfImage = 0xd9;
+
+    int byte(qsizetype at) const { return at < bytes_.size() ? static_cast<unsigned char>(bytes_[at]) : 0; }
+
+    /// @return where the code of the next marker is, behind its 0xff; -1 for none.
+    qsizetype nextMarker(qsizetype at) const
+    {
+        for (at = bytes_.indexOf('\xff', at); at >= 0; at = bytes_.indexOf('\xff', at + 1)) {
+            const int code = byte(at + 1);
+            const bool standsAlone = code <= 0x01 || code == 0xff || (code >= 0xd0 && code <= 0xd8);
+            if (!standsAlone)
+                return at + 1;
+        }
+        return -1;
+    }
+
+    /// @return where the segment ends.
+    qsizetype takeSegment(qsizetype at)
+    {
+        const int code = byte(at);
+        const bool isFrame = code >= 0xc0 && code <= 0xcf && code != 0xc4 && code != 0xc8 && code != 0xcc;
+        if (isFrame) {
+            isBaseline_ = code == 0xc0 || code == 0xc1;
+            components_ = byte(at + 8);
+        } else if (code == startOfScan && ++scans_ == 1) {
+            componentsOfFirstScan_ = byte(at + 3);
+        }
+        return at + 1 + byte(at + 1) * 256 + byte(at + 2);
+    }
+
+    const QByteArray& bytes_;
+    bool isBaseline_ = false;
+    int components_ = 0;
+    int componentsOfFirstScan_ = 0;
+    qsizetype scans_ = 0;
+};
+
+/// Whether a PNG file (ISO 15948) is of the kind that is scaled line by line: 8 bits, true colour, not interlaced.
+bool isPngReadInLines(const QByteArray& bytes)
+{
+    constexpr int depthAt = 24;
+    constexpr int colourTypeAt = 25;
+    constexpr int interlaceAt = 28;
+    return bytes.size() > interlaceAt && bytes[depthAt] == 8 && (bytes[colourTypeAt] == 2 || bytes[colourTypeAt] == 6)
+           && bytes[interlaceAt] == 0;
 }
 
 bool isTooCostly(const QByteArray& bytes, const QByteArray& format, const QSize& size, bool scaled)
 {
-    const bool isJpeg = format == "jpeg";
-    if (isJpeg && bytes.count("\xff\xda") > mostScans)
-        return true;
-    const bool streamed = scaled && (format == "png" || (isJpeg && !isProgressiveJpeg(bytes)));
-    return qint64(size.width()) * size.height() > (streamed ? mostPixelsWhenStreamed : mostPixels);
+    const qint64 pixels = qint64(size.width()) * size.height();
+    const qint64 whole = pixels * bytesPerPixel;
+    qint64 memory = whole;
+    if (format == "jpeg") {
+        const JpegStructure jpeg(bytes);
+        const qint64 kept = jpeg.isReadInPieces() ? 0 : pixels * 2 * std::max(jpeg.components(), 3);
+        memory = kept + (scaled ? 0 : whole);
+        if (jpeg.scans() > mostScans)
+            return true;
+    } else if (format == "png") {
+        constexpr int deepestPng = 2;
+        memory = isPngReadInLines(bytes) ? (scaled ? 0 : whole) : deepestPng * whole;
+    }
+    return pixels > mostPixels || memory > mostMemory;
 }
 
 /// A reader of bytes that are looked at as what they start like, and as nothing else.
@@ -114,13 +174,19 @@ QByteArray Picture::format(const QByteArray& bytes)
 
 QSize Picture::size(const QByteArray& bytes)
 {
+    // Qt would read a GIF to its end.
+    constexpr int gifHeader = 10;
+    const auto byte = [&](qsizetype at) { return static_cast<unsigned char>(bytes[at]); };
+    if (format(bytes) == "gif" && bytes.size() > gifHeader)
+        return {byte(6) + 256 * byte(7), byte(8) + 256 * byte(9)};
     return Reader(bytes).size();
 }
 
 QImage Picture::decode(const QByteArray& bytes, const QSize& within)
 {
+    QImageReader::setAllocationLimit(mostMegabytesAtOnce);
     Reader reader(bytes);
-    const QSize stored = reader.size();
+    const QSize stored = size(bytes);
     if (stored.isEmpty() || isTooCostly(bytes, format(bytes), stored, !within.isEmpty()))
         return {};
     if (!within.isEmpty()) {

@@ -18,8 +18,8 @@ QByteArray format(const QByteArray& bytes);
 /// The stored width and height in pixels, from the header alone. @return an empty size when the bytes are no picture.
 QSize size(const QByteArray& bytes);
 
-/// Decodes a picture in sRGB, turned upright where it says how. Pictures that would need too much memory (more than
-/// 40 megapixels, or 128 in formats that are scaled while they are read) are refused.
+/// Decodes a picture in sRGB, turned upright where it says how. Refused are pictures of more than 128 megapixels,
+/// those that would need more than 240 MB while they are read, and JPEG files of more than 100 scans.
 /// @param within the picture is scaled down to fit into this size; an empty size leaves it as it is.
 /// @return a null image when it is refused or can't be decoded.
 QImage decode(const QByteArray& bytes, const QSize& within = {});

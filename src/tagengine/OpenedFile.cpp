@@ -1,5 +1,7 @@
 #include "tagengine/OpenedFile.h"
 
+#include "tagengine/Mp4Offsets.h"
+
 #include <QFile>
 
 #include <taglib/id3v2tag.h>
@@ -53,9 +55,10 @@ void OpenedFile::fillId3v2Tag()
 
 SafeFileStream::Outcome OpenedFile::save()
 {
-    const bool isDisguisedMp4 = as<TagLib::MPEG::File>() && !TagLib::MPEG::File::isSupported(&stream_)
-                                && TagLib::MP4::File::isSupported(&stream_);
-    if (isDisguisedMp4 || !saveTags())
+    // A tag in front of it, or taken out of its middle, would destroy an MP4 that only passes for an MPEG file.
+    const bool isDisguisedMp4 = as<TagLib::MPEG::File>() && TagLib::MP4::File::isSupported(&stream_);
+    const bool hasBrokenTables = as<TagLib::MP4::File>() && !Mp4Offsets::fitTheirTables(stream_);
+    if (isDisguisedMp4 || hasBrokenTables || !saveTags())
         return SafeFileStream::Outcome::Failed;
     // An MP4 with a damaged structure may come out of a save as one that no longer opens.
     if (as<TagLib::MP4::File>() && !TagLib::MP4::File(&stream_, false).isValid())

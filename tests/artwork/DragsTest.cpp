@@ -53,18 +53,6 @@ private slots:
         QCOMPARE(received.size(), QImage::fromData(library_->art.bytes()).size());
     }
 
-    void aSmallMovementStartsNoDrag()
-    {
-        library_->list.selection().setRows({0});
-        QTRY_VERIFY(!well().imageView().image().isNull());
-        const QPoint start = middle(well());
-        QVERIFY(startPeer({u"target"_qs, u"1050"_qs, u"100"_qs, folder_->path(u"received"_qs)}));
-        move({u"mousemove"_qs, x(start), y(start), u"mousedown"_qs, u"1"_qs, u"mousemove_relative"_qs, u"2"_qs,
-              u"2"_qs, u"sleep"_qs, u"0.2"_qs, u"mouseup"_qs, u"1"_qs});
-        QVERIFY(QDir(folder_->path(u"received"_qs)).isEmpty());
-        QVERIFY(library_->art.isShown());
-    }
-
     void rowsLeaveAsCopies()
     {
         library_->list.selection().setRows({0, 1});

@@ -4,6 +4,7 @@
 #include "support/ScratchFolder.h"
 
 #include <QBuffer>
+#include <QDrag>
 #include <QMimeData>
 #include <QPainter>
 #include <QSignalSpy>
@@ -74,7 +75,7 @@ private slots:
         select({0});
         QVERIFY(!enter(text) && !well_->canDrag());
         QVERIFY(!enter(audio) && !well_->canDrag());
-        QVERIFY(!enter(picture, Qt::MoveAction));
+        QVERIFY(!enter(picture, Qt::MoveAction) && !well_->canDrag());
         QVERIFY(enter(picture) && well_->canDrag());
     }
 
@@ -99,6 +100,19 @@ private slots:
         QVERIFY(drop.isAccepted() && !well_->canDrag());
         QTRY_COMPARE(library_->art.bytes(), ScratchFolder::fixture(u"cover.png"_qs));
         QTRY_COMPARE(well_->imageView().alphaValue(), 1.0);
+    }
+
+    void dragsTheArtBeyondAThreshold()
+    {
+        select({0});
+        QTRY_VERIFY(!well_->imageView().image().isNull());
+        for (const auto& [by, drags] : {std::pair{QPoint(3, -3), false}, {QPoint(0, 4), true}}) {
+            QTest::mousePress(well_.get(), Qt::LeftButton, {}, {120, 120});
+            QMouseEvent move(QEvent::MouseMove, QPointF(120, 120) + by, {}, Qt::NoButton, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(well_.get(), &move);
+            QCOMPARE(well_->findChild<QDrag*>() != nullptr, drags);
+            QTest::mouseRelease(well_.get(), Qt::LeftButton, {}, {120, 120});
+        }
     }
 
     void onlyTheLastPictureIsDecoded()

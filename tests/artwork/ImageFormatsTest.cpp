@@ -7,7 +7,6 @@
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
-#include <QBuffer>
 #include <QLinearGradient>
 #include <QPainter>
 
@@ -79,15 +78,6 @@ double difference(const QImage& one, const QImage& other)
         }
     }
     return sum / 3 / one.width() / one.height();
-}
-
-QByteArray encoded(const QImage& image, const char* format)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, format);
-    return bytes;
 }
 
 } // namespace
@@ -219,27 +209,54 @@ private slots:
         }
     }
 
+    // pixels | pixel format | name | size when shown
+    void hugePicturesAreScaledOrRefused_data()
+    {
+        addRows({"11000x10000 | yuvj444p | a.jpg | 240x218", "6000x6000 | rgb24 | a.png | 240x240",
+                 "6000x6000 | rgb48be | a.png | 0x0"});
+    }
     void hugePicturesAreScaledOrRefused()
     {
-        const QByteArray huge = encoded(QImage(11'000, 10'000, QImage::Format_Grayscale8), "jpeg");
-        QByteArray progressive = huge;
-        progressive[progressive.indexOf("\xff\xc0") + 1] = '\xc2';
-        QByteArray manyScans = ScratchFolder::fixture(u"cover.jpg"_qs);
-        manyScans.append(QByteArray("\xff\xda").repeated(101));
-        QCOMPARE(Picture::size(huge), QSize(11'000, 10'000));
-        for (const auto& bytes : {progressive, manyScans})
-            QVERIFY(!Picture::size(bytes).isEmpty() && Picture::decode(bytes, {240, 240}).isNull());
-
-        // The memory that decoding takes beyond that of the picture made above, in megabytes.
+        const auto [pixels, pixelFormat, name, shown] = row<4>();
+        const ScratchFolder folder;
+        OtherReaders::output(u"ffmpeg"_qs, u"-v error -f lavfi -i color=c=green:s="_qs.append(pixels).split(u' ')
+                                               + QStringList{u"-frames:v"_qs, u"1"_qs, u"-pix_fmt"_qs, pixelFormat,
+                                                             folder.path(name)});
+        const QByteArray bytes = ScratchFolder::contents(folder.path(name));
+        const auto text = [](const QSize& size) { return u"%1x%2"_qs.arg(size.width()).arg(size.height()); };
         const auto peak = [] {
             struct rusage usage {};
             getrusage(RUSAGE_SELF, &usage);
             return usage.ru_maxrss / 1024;
         };
         const auto before = peak();
-        QCOMPARE(Picture::decode(huge, {240, 240}).size(), QSize(240, 218));
-        QVERIFY(Picture::decode(huge).isNull());
+        QCOMPARE(text(Picture::size(bytes)), pixels);
+        QCOMPARE(text(Picture::decode(bytes, {240, 240}).size()), shown);
         QVERIFY2(peak() - before < 64, qPrintable(QString::number(peak() - before)));
+        QCOMPARE(Picture::decode(bytes).isNull(), !(name == u"a.png" && shown != u"0x0"));
+    }
+
+    void jpegFilesThatADecoderKeepsWholeAreRefusedEarlier()
+    {
+        const ScratchFolder folder;
+        OtherReaders::output(u"ffmpeg"_qs,
+                             u"-v error -f lavfi -i color=c=green:s=8000x8000 -frames:v 1"_qs.split(u' ')
+                                 + QStringList{folder.path(u"a.jpg"_qs)});
+        const QByteArray large = ScratchFolder::contents(folder.path(u"a.jpg"_qs));
+        QVERIFY(!Picture::decode(large, {240, 240}).isNull());
+        QByteArray progressive = large;
+        progressive[progressive.indexOf("\xff\xc0") + 1] = '\xc2';
+        QByteArray behindGarbage = progressive;
+        behindGarbage.insert(2, "garbage");
+        QByteArray scanByScan = large;
+        scanByScan[scanByScan.indexOf("\xff\xda") + 4] = 1;
+        for (const auto& bytes : {progressive, behindGarbage, scanByScan})
+            QVERIFY(Picture::decode(bytes, {240, 240}).isNull());
+
+        const QByteArray cover = ScratchFolder::fixture(u"cover.jpg"_qs);
+        const QByteArray scans = QByteArray("\xff\xda\0\x08", 4).append(QByteArray(6, 0)).repeated(101);
+        QVERIFY(Picture::decode(cover.chopped(2) + scans, {240, 240}).isNull());
+        QVERIFY(!Picture::decode(cover + scans, {240, 240}).isNull());
     }
 };
 

@@ -61,6 +61,8 @@ void AlbumArtView::fade(qreal alpha, int milliseconds)
 
 void AlbumArtView::paintEvent(QPaintEvent*)
 {
+    if (decodedRatio_ != devicePixelRatioF())
+        decode();
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     painter.setOpacity(alphaValue_);
@@ -78,7 +80,8 @@ void AlbumArtView::resizeEvent(QResizeEvent*)
 
 void AlbumArtView::decode()
 {
-    const QSize wanted = size() * devicePixelRatioF();
+    decodedRatio_ = devicePixelRatioF();
+    const QSize wanted = size() * decodedRatio_;
     if (!Picture::size(bytes_).isEmpty()) {
         if (!wanted.isEmpty())
             decoder_.decode(bytes_, wanted);

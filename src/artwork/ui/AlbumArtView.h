@@ -53,6 +53,8 @@ private:
     QByteArray bytes_;
     QImage image_;
     PictureDecoder decoder_;
+    /// The scale factor that the image was decoded for: a window may move to another screen.
+    qreal decodedRatio_ = 0;
     qreal alphaValue_ = 1;
     QPropertyAnimation fade_{this, "alphaValue"};
 };

@@ -118,7 +118,8 @@ void DropView::describe()
 
 void DropView::dragEnterEvent(QDragEnterEvent* event)
 {
-    setOffered(!event->source() && drops_.accepts(*event->mimeData()));
+    const bool canCopy = event->possibleActions() & Qt::CopyAction;
+    setOffered(canCopy && !event->source() && drops_.accepts(*event->mimeData()));
     if (canDrag_)
         imageView_->fadeOutArt();
     answerDrag(event);
@@ -148,7 +149,7 @@ void DropView::dropEvent(QDropEvent* event)
 void DropView::answerDrag(QDropEvent* event) const
 {
     event->setDropAction(Qt::CopyAction);
-    event->setAccepted(canDrag_ && event->dropAction() == Qt::CopyAction);
+    event->setAccepted(canDrag_);
 }
 
 void DropView::setOffered(bool offered)

@@ -15,11 +15,14 @@ namespace {
 
 /// Where the text starts, in multiples of its height.
 constexpr qreal textStart = 1.4;
+/// Larger art would hold up the drag.
+constexpr qint64 mostPixels = 12'000'000;
 
 QImage artOf(const AudioFile& record, int side)
 {
-    const auto art = TaglibWrapper::getImageData(record.path, record.fileType);
-    return art ? Picture::decode(*art, {side, side}) : QImage();
+    const QByteArray art = TaglibWrapper::getImageData(record.path, record.fileType).value_or(QByteArray());
+    const QSize size = Picture::size(art);
+    return qint64(size.width()) * size.height() <= mostPixels ? Picture::decode(art, {side, side}) : QImage();
 }
 
 QIcon iconForFileType(const QString& fileType)

@@ -188,9 +188,18 @@ int QuickLookTableView::gapAt(const QPoint& position) const
     return position.y() < middle ? row : row + 1;
 }
 
+bool QuickLookTableView::isFromElsewhereInside(const QDropEvent& event) const
+{
+    return event.source() && event.source() != this;
+}
+
 void QuickLookTableView::answerDrag(QDropEvent* event)
 {
     const bool own = event->source() == this;
+    if (isFromElsewhereInside(*event)) {
+        event->ignore();
+        return;
+    }
     switch (drops_.validateDrop(*event->mimeData(), own)) {
     case ListDrops::Operation::None:
         setDropMark(DropMark::None);
@@ -212,7 +221,7 @@ void QuickLookTableView::dragEnterEvent(QDragEnterEvent* event)
 {
     answerDrag(event);
     // Later moves must reach the list even where the first position is refused.
-    if (event->mimeData()->hasUrls() || event->source() == this)
+    if (!isFromElsewhereInside(*event) && (event->mimeData()->hasUrls() || event->source() == this))
         event->accept();
 }
 

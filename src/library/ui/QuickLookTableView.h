@@ -61,6 +61,8 @@ private:
     void clearSortMark();
     void setDropMark(DropMark mark, int gap = -1);
     int gapAt(const QPoint& position) const;
+    /// Whether another part of this program is the source: the list takes nothing from it, and asks it for nothing.
+    bool isFromElsewhereInside(const QDropEvent& event) const;
     void answerDrag(QDropEvent* event);
 
     ArrayController& list_;
