@@ -24,6 +24,9 @@ void saving(const QString& folder);
 /// Setting cover art on files below a folder against the engine's own loop, and showing it.
 void artwork(const Corpus& corpus, const QString& folder);
 
+/// Renaming files against a bare loop, and planning it.
+void renaming(const Corpus& corpus, int largest);
+
 /// The start of the program against that of an empty window.
 void start();
 /// One such start; ends the process.

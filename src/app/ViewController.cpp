@@ -7,6 +7,7 @@
 #include "library/FieldEditor.h"
 #include "library/FileLoader.h"
 #include "model/NumberText.h"
+#include "naming/FileRenamer.h"
 #include "platform/FilePanels.h"
 #include "tagengine/TaglibWrapper.h"
 
@@ -18,8 +19,9 @@
 #include <numeric>
 
 ViewController::ViewController(ArrayController& list, FileLoader& loader, FieldEditor& editor, BatchCommands& batch,
-                               ArtworkCommands& artwork, ShownArt& art, FilePanels& panels)
-    : list_(list), loader_(loader), editor_(editor), batch_(batch), artwork_(artwork), art_(art), panels_(panels)
+                               ArtworkCommands& artwork, ShownArt& art, FileRenamer& renamer, FilePanels& panels)
+    : list_(list), loader_(loader), editor_(editor), batch_(batch), artwork_(artwork), art_(art), renamer_(renamer),
+      panels_(panels)
 {
     connect(&batch, &BatchCommands::artWritten, &art, &ShownArt::put);
     connect(&list.selection(), &ListSelection::aboutToChange, this, &ViewController::editingShouldEnd);
@@ -147,6 +149,19 @@ void ViewController::pasteImage()
 void ViewController::showInFinder()
 {
     artwork_.showInFinder();
+}
+
+void ViewController::showFormatWindow()
+{
+    if (!list_.selection().hasSelection())
+        return;
+    endEditing();
+    emit formatWindowWanted();
+}
+
+void ViewController::renameFiles(const QStringList& format)
+{
+    renamer_.renameFiles(format);
 }
 
 SelectionSummary ViewController::selectionSummary() const

@@ -13,6 +13,7 @@ class BatchCommands;
 class FieldEditor;
 class FileLoader;
 class FilePanels;
+class FileRenamer;
 class ShownArt;
 
 /// The controller of the main window: every command is an operation here, forwarded to the class that does it.
@@ -22,7 +23,7 @@ class ViewController : public QObject {
 
 public:
     ViewController(ArrayController& list, FileLoader& loader, FieldEditor& editor, BatchCommands& batch,
-                   ArtworkCommands& artwork, ShownArt& art, FilePanels& panels);
+                   ArtworkCommands& artwork, ShownArt& art, FileRenamer& renamer, FilePanels& panels);
 
     /// Lets the user choose audio files and adds them.
     void openDocument();
@@ -60,6 +61,13 @@ public:
     void pasteImage();
     void showInFinder();
 
+    /// Wants the window shown in which the file-name format is edited; nothing without a selection.
+    void showFormatWindow();
+    /// Renames the selected files (see FileRenamer).
+    void renameFiles(const QStringList& format);
+    /// While locked, neither the list nor the fields nor the search can be used.
+    void setEditingLocked(bool locked) { emit editingLocked(locked); }
+
     /// Ends an edit in progress, so that it is written.
     void endEditing() { emit editingShouldEnd(); }
     /// Fills the editor from the selection.
@@ -70,6 +78,8 @@ signals:
     /// The editor should show these values, and let them be edited unless the summary is empty.
     void fieldsChanged(const SelectionSummary& summary);
     void editingShouldEnd();
+    void editingLocked(bool locked);
+    void formatWindowWanted();
 
 private:
     QByteArray commonArt(const SelectionSummary& summary) const;
@@ -80,5 +90,6 @@ private:
     BatchCommands& batch_;
     ArtworkCommands& artwork_;
     ShownArt& art_;
+    FileRenamer& renamer_;
     FilePanels& panels_;
 };

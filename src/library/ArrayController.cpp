@@ -117,6 +117,14 @@ void ArrayController::replaceObject(int row, AudioFilePtr record)
     shown = std::move(record);
 }
 
+void ArrayController::renameObject(AudioFile& record, const QString& fileName, const QString& path)
+{
+    paths_.remove(record.path);
+    record.fileName = fileName;
+    record.path = path;
+    paths_.insert(path);
+}
+
 int ArrayController::moveRows(const QList<int>& rows, int gap)
 {
     std::vector<AudioFilePtr> moved;

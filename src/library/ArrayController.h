@@ -49,6 +49,8 @@ public:
     /// Puts another record of the same file in the place of the one in a row, which keeps its place and selection. The
     /// views follow with reloadData.
     void replaceObject(int row, AudioFilePtr record);
+    /// Notes that the record's file has another name and path now. The views follow with reloadData.
+    void renameObject(AudioFile& record, const QString& fileName, const QString& path);
     /// Moves the given rows (ascending) to the gap before row @p gap. The list is no longer sorted after it.
     /// @return the row at which the last of them ended; 0 when there were none.
     int moveRows(const QList<int>& rows, int gap);

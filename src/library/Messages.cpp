@@ -75,6 +75,14 @@ QString couldNotReceiveAudioFile(const QString& error)
     return translated(QT_TRANSLATE_NOOP("Messages", "Couldn't recieve audiofile drop: %@"), error);
 }
 
+QString couldNotRename(const QString& path, const QString& error)
+{
+    const QString text =
+        translated(QT_TRANSLATE_NOOP("Messages", "Couldn't rename file at path: %@, with error: %@"));
+    const auto pieces = text.split(QLatin1String("%@"));
+    return pieces.size() == 3 ? pieces[0] + path + pieces[1] + error + pieces[2] : text;
+}
+
 void post(Notifier& notifier, const QString& body)
 {
     notifier.postNotification(translated(QT_TRANSLATE_NOOP("Messages", "Sonvika")), body);

@@ -18,6 +18,7 @@ QString unableToRestoreAlbumArt();
 QString failedToSaveImage(const QString& url);
 QString unableToRemoveAllTags();
 QString couldNotReceiveAudioFile(const QString& error);
+QString couldNotRename(const QString& path, const QString& error);
 
 /// Posts @p body under the program's name.
 void post(Notifier& notifier, const QString& body);

@@ -25,8 +25,9 @@ std::vector<QByteArray> entriesOf(const QString& path)
 {
     const QByteArray bytes = path.toUtf8();
     std::vector<QByteArray> entries;
-    for (qsizetype end = extensionLength; end < bytes.size(); ++end) {
-        if (endsInAudioExtension(QByteArrayView(bytes).first(end)))
+    for (auto dot = bytes.indexOf('.'); dot >= 0; dot = bytes.indexOf('.', dot + 1)) {
+        const qsizetype end = dot + extensionLength;
+        if (end < bytes.size() && endsInAudioExtension(QByteArrayView(bytes).first(end)))
             entries.push_back(reversed(bytes.first(end)));
     }
     entries.push_back(reversed(bytes));

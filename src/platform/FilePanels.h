@@ -30,7 +30,23 @@ struct SavePanelRequest {
     std::function<void(const QString& path)> chosen;
 };
 
-/// The panels in which a user chooses files. Modeless; the answer comes by the callback, which is not called when the
+/// A panel that asks the user for access to one file or folder. An empty text leaves the panel its own.
+struct AccessPanelRequest {
+    QString title;
+    QString message;
+    QString prompt;
+    /// The folder to start in, unless the panel remembers one.
+    QString directory;
+};
+
+struct AccessPanelAnswer {
+    enum Response { OK, Cancel, Stop, Abort };
+    Response response = Cancel;
+    /// With OK only.
+    QString path;
+};
+
+/// The panels in which a user chooses files. Modeless, but for the one that asks for access; the answer comes by the callback, which is not called when the
 /// user cancels.
 class FilePanels {
 public:
@@ -46,4 +62,6 @@ public:
     virtual void chooseImageFiles(const QString& title, const QStringList& mimeTypes, Chosen chosen) = 0;
     /// Where to save one file.
     virtual void chooseSavePath(const SavePanelRequest& request) = 0;
+    /// Blocks until the user has answered.
+    virtual AccessPanelAnswer runAccessPanel(const AccessPanelRequest& request) = 0;
 };

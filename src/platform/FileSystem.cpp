@@ -1,11 +1,92 @@
 #include "platform/FileSystem.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace FileSystem {
+
+namespace {
+
+[[noreturn]] void fail(int error)
+{
+    throw std::system_error(error, std::generic_category());
+}
+
+bool isSameFile(const QByteArray& one, const QByteArray& other)
+{
+    struct stat a {};
+    struct stat b {};
+    return ::lstat(one.constData(), &a) == 0 && ::lstat(other.constData(), &b) == 0 && a.st_dev == b.st_dev
+           && a.st_ino == b.st_ino;
+}
+
+/// Whether the two paths are one entry of one folder, spelt in two ways. Two hard links are two entries.
+bool isSameEntry(const QString& from, const QString& to)
+{
+    const QFileInfo target(to);
+    return isSameFile(QFile::encodeName(from), QFile::encodeName(to))
+           && isSameFile(QFile::encodeName(QFileInfo(from).path()), QFile::encodeName(target.path()))
+           && !target.dir().entryList(QDir::AllEntries | QDir::Hidden | QDir::System).contains(target.fileName());
+}
+
+/// For file systems that can't refuse to replace: an empty file of our own claims the name, and is what is replaced.
+/// @return the error, 0 for none.
+int moveOntoClaim(const QByteArray& from, const QByteArray& to)
+{
+    const int claim = ::open(to.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (claim < 0)
+        return errno;
+    ::close(claim);
+    if (::rename(from.constData(), to.constData()) == 0)
+        return 0;
+    const int error = errno;
+    ::unlink(to.constData());
+    return error;
+}
+
+int moveWithoutReplacing(const QByteArray& from, const QByteArray& to)
+{
+    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
+        return 0;
+    return errno == EINVAL || errno == ENOSYS ? moveOntoClaim(from, to) : errno;
+}
+
+} // namespace
+
+bool isReadableFile(const QString& path)
+{
+    return ::access(QFile::encodeName(path).constData(), R_OK) == 0;
+}
+
+void checkResourceIsReachable(const QString& path)
+{
+    if (::access(QFile::encodeName(path).constData(), F_OK) != 0)
+        fail(errno);
+}
+
+void moveItem(const QString& from, const QString& to)
+{
+    if (to.contains(QChar::Null))
+        fail(EINVAL);
+    if (from == to)
+        return checkResourceIsReachable(from);
+    const QByteArray oldName = QFile::encodeName(from);
+    const QByteArray newName = QFile::encodeName(to);
+    int error = moveWithoutReplacing(oldName, newName);
+    if (error == EEXIST && isSameEntry(from, to))
+        error = ::rename(oldName.constData(), newName.constData()) == 0 ? 0 : errno;
+    if (error != 0)
+        fail(error);
+}
 
 bool isWritableFile(const QString& path)
 {

@@ -7,6 +7,18 @@ namespace FileSystem {
 /// Whether the process may write the file at @p path; false when there is none.
 bool isWritableFile(const QString& path);
 
+/// Whether the process may read the file or folder at @p path; false when there is none.
+bool isReadableFile(const QString& path);
+
+/// Throws std::system_error, saying why, when nothing can be reached at @p path.
+void checkResourceIsReachable(const QString& path);
+
+/// Moves a file or folder to another name, in one step and without ever replacing anything, whatever others do at the
+/// same moment. A name that differs from the old one only in case is not taken for another file where the file system
+/// does not tell them apart. Moving onto the own name does nothing.
+/// Throws std::system_error when it can't be done; then nothing was moved.
+void moveItem(const QString& from, const QString& to);
+
 /// Sets the permission bits (for example 0644). @return false when they could not be set.
 bool setPosixPermissions(const QString& path, unsigned int mode);
 

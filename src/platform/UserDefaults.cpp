@@ -9,32 +9,32 @@ UserDefaults::UserDefaults(const QString& filePath) : settings_(filePath, QSetti
 
 bool UserDefaults::boolForKey(const QString& key) const
 {
-    return value(key).toBool();
+    return objectForKey(key).toBool();
 }
 
 void UserDefaults::setBool(const QString& key, bool value)
 {
-    setValue(key, value);
+    setObject(key, value);
 }
 
 int UserDefaults::intForKey(const QString& key) const
 {
-    return value(key).toInt();
+    return objectForKey(key).toInt();
 }
 
 void UserDefaults::setInt(const QString& key, int value)
 {
-    setValue(key, value);
+    setObject(key, value);
 }
 
 QByteArray UserDefaults::dataForKey(const QString& key) const
 {
-    return value(key).toByteArray();
+    return objectForKey(key).toByteArray();
 }
 
 void UserDefaults::setData(const QString& key, const QByteArray& value)
 {
-    setValue(key, value);
+    setObject(key, value);
 }
 
 void UserDefaults::synchronize()
@@ -43,13 +43,13 @@ void UserDefaults::synchronize()
     settings_.sync();
 }
 
-QVariant UserDefaults::value(const QString& key) const
+QVariant UserDefaults::objectForKey(const QString& key) const
 {
     const std::lock_guard lock(mutex_);
     return settings_.value(key);
 }
 
-void UserDefaults::setValue(const QString& key, const QVariant& value)
+void UserDefaults::setObject(const QString& key, const QVariant& value)
 {
     const std::lock_guard lock(mutex_);
     settings_.setValue(key, value);

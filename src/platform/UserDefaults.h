@@ -22,13 +22,14 @@ public:
     QByteArray dataForKey(const QString& key) const;
     void setData(const QString& key, const QByteArray& value);
 
+    /// Whatever is stored; invalid when nothing is.
+    QVariant objectForKey(const QString& key) const;
+    void setObject(const QString& key, const QVariant& value);
+
     /// Writes what was set to disk at once.
     void synchronize();
 
 private:
-    QVariant value(const QString& key) const;
-    void setValue(const QString& key, const QVariant& value);
-
     mutable std::mutex mutex_;
     QSettings settings_;
 };
@@ -38,6 +39,10 @@ namespace DefaultsKey {
 inline const QString showNotifications = QStringLiteral("showNotifications");
 /// Which of the ImageFormats cover art is saved in.
 inline const QString fileTypeIndex = QStringLiteral("fileTypeIndex");
+/// The file-name format (see FileNameFormat).
+inline const QString fileFormatTokens = QStringLiteral("fileFormatTokens");
+/// A map from path to bookmark bytes (see BookmarksManager).
+inline const QString bookmarks = QStringLiteral("Sandbox.BookmarksManager.Bookmarks");
 inline const QString windowGeometry = QStringLiteral("MainWindow.Geometry");
 inline const QString splitterState = QStringLiteral("MainWindow.Splitter");
 inline const QString tableHeaderState = QStringLiteral("MainWindow.TableHeader");

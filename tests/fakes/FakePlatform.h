@@ -40,8 +40,15 @@ struct FakeFilePanels : FilePanels {
     void chooseAudioFolder(const QString&, Chosen chosen) override { chosen(folders); }
     void chooseImageFiles(const QString&, const QStringList&, Chosen chosen) override { chosen(files); }
     void chooseSavePath(const SavePanelRequest& request) override { save(request); }
+    AccessPanelAnswer runAccessPanel(const AccessPanelRequest& request) override
+    {
+        accessRequests.append(request.directory);
+        return access;
+    }
     QStringList files;
     QStringList folders;
+    AccessPanelAnswer access;
+    QStringList accessRequests;
     std::function<void(const SavePanelRequest& request)> save;
 };
 

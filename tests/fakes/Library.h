@@ -11,8 +11,12 @@
 #include "library/FileLoader.h"
 #include "library/ListDrops.h"
 #include "library/TagWriter.h"
+#include "naming/FileRenamer.h"
 #include "platform/DropFolder.h"
 #include "platform/UserDefaults.h"
+#include "sandbox/BookmarksManager.h"
+#include "sandbox/OpenPanelManager.h"
+#include "sandbox/PermissionManager.h"
 
 #include <QTemporaryDir>
 
@@ -34,7 +38,11 @@ struct Library {
     ShownArt art;
     ArtworkCommands artwork{list, art, notifier, panels, fileBrowser, defaults};
     ArtworkDrops artworkDrops{list, artwork, art, dropFolder, defaults};
-    ViewController controller{list, loader, editor, batch, artwork, art, panels};
+    BookmarksManager bookmarks{defaults};
+    OpenPanelManager openPanel{panels};
+    PermissionManager permissions{openPanel, bookmarks};
+    FileRenamer renamer{list, permissions, notifier};
+    ViewController controller{list, loader, editor, batch, artwork, art, renamer, panels};
 
     /// Adds records without files, named by their titles.
     void add(const QString& titles)

@@ -13,6 +13,7 @@ Actions::Actions(ViewController& controller, ArrayController& list, const ShownA
     openFolder = make(tr("Open &Folder…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), &Controller::openFolder);
     showInFinder =
         make(tr("Sho&w in File Manager"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), &Controller::showInFinder);
+    rename = make(tr("Rena&me…"), QKeySequence(Qt::Key_F2), &Controller::showFormatWindow);
     remove = makeLocal(tr("&Remove from List"), QKeySequence::Delete, &Controller::removeDocuments);
     selectAll = make(tr("Select &All"), QKeySequence::SelectAll, &Controller::selectAll);
     deselectAll = make(tr("&Deselect All"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A), &Controller::deselectAll);
@@ -53,6 +54,8 @@ void Actions::decorate()
 {
     open->setIcon(Icons::symbol(QStringLiteral("open")));
     open->setToolTip(tr("Add files to the list"));
+    rename->setIcon(Icons::symbol(QStringLiteral("rename")));
+    rename->setToolTip(tr("Rename the selected files from their tags"));
     remove->setIconText(tr("Remove"));
     remove->setIcon(Icons::symbol(QStringLiteral("remove")));
     remove->setToolTip(tr("Remove the selected files from the list; the files stay on disk"));
@@ -67,7 +70,7 @@ void Actions::update()
 {
     const bool anySelected = list_.selection().hasSelection();
     const bool artShown = art_.isShown();
-    for (auto* action : {remove, deselectAll, showInFinder, numberTracks, updateImage, pasteImage,
+    for (auto* action : {remove, rename, deselectAll, showInFinder, numberTracks, updateImage, pasteImage,
                          removeUnsupportedTags, removeAllTags})
         action->setEnabled(anySelected);
     for (auto* action : {saveImage, copyImage, deleteImage})

@@ -16,6 +16,7 @@ public:
     QAction* open;
     QAction* openFolder;
     QAction* showInFinder;
+    QAction* rename;
     QAction* remove;
     QAction* selectAll;
     QAction* deselectAll;

@@ -9,6 +9,7 @@
 #include "library/ArrayController.h"
 #include "library/ui/EditorPane.h"
 #include "library/ui/QuickLookTableView.h"
+#include "naming/ui/FileFormatController.h"
 #include "platform/UserDefaults.h"
 
 #include <QCloseEvent>
@@ -78,6 +79,7 @@ void MainWindow::comeToFront()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    closeFormatWindow();
     controller_.endEditing();
     storeLayout();
     controller_.viewDidDisappear();
@@ -89,7 +91,7 @@ void MainWindow::buildMenus()
     auto* file = menuBar()->addMenu(tr("&File"));
     file->addActions({actions_->open, actions_->openFolder});
     file->addSeparator();
-    file->addActions({actions_->showInFinder, actions_->remove});
+    file->addActions({actions_->rename, actions_->showInFinder, actions_->remove});
     file->addSeparator();
     auto* quit = file->addAction(tr("&Quit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
@@ -133,6 +135,7 @@ void MainWindow::buildToolBar()
     bar->setIconSize({16, 16});
     bar->addAction(actions_->open);
     bar->addAction(actions_->remove);
+    bar->addAction(actions_->rename);
     auto* space = new QWidget(bar);
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     bar->addWidget(space);
@@ -199,12 +202,40 @@ void MainWindow::connectController()
     connect(&controller_, &ViewController::fieldsChanged, editor_, &EditorPane::showSummary);
     connect(&controller_, &ViewController::fieldsChanged, well_, qOverload<>(&QWidget::update));
     connect(&controller_, &ViewController::editingShouldEnd, editor_, &EditorPane::endEditing);
+    connect(&controller_, &ViewController::editingLocked, this, &MainWindow::lockEditing);
+    connect(&controller_, &ViewController::formatWindowWanted, this, &MainWindow::showFormatWindow);
     connect(editor_, &EditorPane::edited, &controller_, &ViewController::applyEdit);
     connect(editor_, &EditorPane::compilationClicked, &controller_, &ViewController::updateCompilationState);
     connect(editor_, &EditorPane::rowStepWanted, &controller_, &ViewController::moveSelection);
     connect(table_, &QuickLookTableView::editWanted, editor_, &EditorPane::focusFirstField);
     connect(&list_, &ArrayController::countChanged, this, &MainWindow::updateStatus);
     connect(&list_.selection(), &ListSelection::changed, this, &MainWindow::updateStatus);
+}
+
+void MainWindow::lockEditing(bool locked)
+{
+    for (auto* widget : std::initializer_list<QWidget*>{searchField_, table_, editor_})
+        widget->setEnabled(!locked);
+}
+
+void MainWindow::showFormatWindow()
+{
+    closeFormatWindow();
+    formatWindow_ = new FileFormatController(list_, defaults_, this);
+    formatWindow_->setAttribute(Qt::WA_DeleteOnClose);
+    connect(formatWindow_, &FileFormatController::renameWanted, &controller_, &ViewController::renameFiles);
+    connect(formatWindow_, &QDialog::finished, &controller_, [this] {
+        controller_.setEditingLocked(false);
+        table_->setFocus();
+    });
+    formatWindow_->show();
+    controller_.setEditingLocked(true);
+}
+
+void MainWindow::closeFormatWindow()
+{
+    if (formatWindow_)
+        formatWindow_->close();
 }
 
 void MainWindow::updateStatus()

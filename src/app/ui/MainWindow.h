@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <functional>
 #include <memory>
@@ -10,6 +11,7 @@ class ArrayController;
 class ArtworkDrops;
 class DropView;
 class EditorPane;
+class FileFormatController;
 class ListDrops;
 class QLabel;
 class QLineEdit;
@@ -40,6 +42,9 @@ private:
     void buildToolBar();
     void buildCentre(ListDrops& drops, ShownArt& art, ArtworkDrops& artworkDrops);
     void connectController();
+    void lockEditing(bool locked);
+    void showFormatWindow();
+    void closeFormatWindow();
     void updateStatus();
     void findInList();
     /// What a key does in the search field.
@@ -60,5 +65,6 @@ private:
     EditorPane* editor_ = nullptr;
     DropView* well_ = nullptr;
     QLabel* status_ = nullptr;
+    QPointer<FileFormatController> formatWindow_;
     bool frontWanted_ = false;
 };

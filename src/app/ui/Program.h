@@ -14,6 +14,7 @@
 #include "library/FileLoader.h"
 #include "library/ListDrops.h"
 #include "library/TagWriter.h"
+#include "naming/FileRenamer.h"
 #include "platform/DBusColourScheme.h"
 #include "platform/DBusFileBrowser.h"
 #include "platform/DBusNotificationService.h"
@@ -21,6 +22,9 @@
 #include "platform/RecentDocuments.h"
 #include "platform/UserDefaults.h"
 #include "platform/ui/FileDialogs.h"
+#include "sandbox/BookmarksManager.h"
+#include "sandbox/OpenPanelManager.h"
+#include "sandbox/PermissionManager.h"
 
 /// Everything one running program is made of, in the order of construction.
 struct Program {
@@ -41,7 +45,11 @@ struct Program {
     ShownArt art;
     ArtworkCommands artwork{list, art, notifier, panels, fileBrowser, defaults};
     ArtworkDrops artworkDrops{list, artwork, art, dropFolder, defaults};
-    ViewController controller{list, loader, editor, batch, artwork, art, panels};
+    BookmarksManager bookmarks{defaults};
+    OpenPanelManager openPanel{panels};
+    PermissionManager permissions{openPanel, bookmarks};
+    FileRenamer renamer{list, permissions, notifier};
+    ViewController controller{list, loader, editor, batch, artwork, art, renamer, panels};
     MainWindow window{controller, list, drops, art, artworkDrops, defaults};
     Appearance appearance;
     DBusColourScheme colourScheme;

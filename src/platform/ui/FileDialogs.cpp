@@ -3,6 +3,8 @@
 #include "platform/ui/SaveDialog.h"
 
 #include <QCoreApplication>
+#include <QGridLayout>
+#include <QLabel>
 #include <QMimeDatabase>
 
 void FileDialogs::chooseAudioFiles(const QString& title, Chosen chosen)
@@ -40,6 +42,21 @@ void FileDialogs::chooseSavePath(const SavePanelRequest& request)
     };
     auto* dialog = new SaveDialog(window_, remembering, lastFolder_);
     dialog->show();
+}
+
+AccessPanelAnswer FileDialogs::runAccessPanel(const AccessPanelRequest& request)
+{
+    QFileDialog dialog(window_, request.title, lastFolder_.isEmpty() ? request.directory : lastFolder_);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOptions(QFileDialog::ReadOnly | QFileDialog::DontUseNativeDialog);
+    if (!request.prompt.isEmpty())
+        dialog.setLabelText(QFileDialog::Accept, request.prompt);
+    // The desktop's own dialogs have no place for a message.
+    if (auto* layout = qobject_cast<QGridLayout*>(dialog.layout()))
+        layout->addWidget(new QLabel(request.message, &dialog), layout->rowCount(), 0, 1, -1);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    return {AccessPanelAnswer::OK, dialog.selectedFiles().value(0)};
 }
 
 QFileDialog& FileDialogs::makeDialog(const QString& title, QFileDialog::FileMode mode)

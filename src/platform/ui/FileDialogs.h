@@ -15,6 +15,7 @@ public:
     void chooseAudioFolder(const QString& title, Chosen chosen) override;
     void chooseImageFiles(const QString& title, const QStringList& mimeTypes, Chosen chosen) override;
     void chooseSavePath(const SavePanelRequest& request) override;
+    AccessPanelAnswer runAccessPanel(const AccessPanelRequest& request) override;
 
 private:
     QFileDialog& makeDialog(const QString& title, QFileDialog::FileMode mode);

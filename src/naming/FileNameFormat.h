@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class AudioFile;
+class UserDefaults;
+
+/// The file-name format: an ordered list of texts, each the title of a field token or literal text.
+namespace FileNameFormat {
+
+/// The titles of the eight field tokens in the user's language, in palette order.
+const QStringList& sortedKeys();
+bool isFieldToken(const QString& token);
+
+/// Track, title, album and year with " - " between them.
+QStringList defaultTokens();
+
+/// The stored format; the default one when none is stored, or something else than a list of texts.
+QStringList storedTokens(const UserDefaults& defaults);
+/// Stores the format and writes it to disk at once.
+void storeTokens(UserDefaults& defaults, const QStringList& tokens);
+
+/// The name, with extension, that the format gives to a record. Track and disc numbers have at least two digits and
+/// no total; a number that is no 64-bit decimal integer, and every other value, appears as it is, whatever it holds.
+/// @return an empty text when the tokens yield nothing.
+QString buildFileName(const QStringList& format, const AudioFile& record);
+
+} // namespace FileNameFormat

@@ -1,0 +1,45 @@
+#include "naming/FileRenamer.h"
+
+#include "library/ArrayController.h"
+#include "library/Messages.h"
+#include "naming/FileNameFormat.h"
+#include "platform/FileSystem.h"
+#include "sandbox/PermissionManager.h"
+
+#include <QFileInfo>
+
+#include <exception>
+#include <iostream>
+
+FileRenamer::FileRenamer(ArrayController& list, PermissionManager& permissions, Notifier& notifier)
+    : list_(list), permissions_(permissions), notifier_(notifier)
+{
+}
+
+void FileRenamer::renameFiles(const QStringList& format)
+{
+    for (const auto& record : list_.selectedObjects()) {
+        try {
+            rename(record, FileNameFormat::buildFileName(format, *record));
+        } catch (const std::exception& error) {
+            const QString reason = QString::fromLocal8Bit(error.what());
+            std::cout << "couldn't rename file at path: " << record->path.toStdString()
+                      << ", with error: " << reason.toStdString() << std::endl;
+            Messages::post(notifier_, Messages::couldNotRename(record->path, reason));
+        }
+    }
+    list_.reloadData();
+}
+
+QString FileRenamer::newPath(const AudioFile& record, const QString& newName)
+{
+    return record.path.chopped(std::min(record.path.size(), record.fileName.size())) + newName;
+}
+
+void FileRenamer::rename(const AudioFilePtr& record, const QString& newName)
+{
+    const QString path = newPath(*record, newName);
+    permissions_.performWithAccess(QFileInfo(record->path).absolutePath(),
+                                   [&] { FileSystem::moveItem(record->path, path); });
+    list_.renameObject(*record, newName, path);
+}

@@ -1,0 +1,196 @@
+#include "naming/ui/FileFormatController.h"
+
+#include "library/ArrayController.h"
+#include "naming/FileNameFormat.h"
+#include "naming/ui/RenamePlanModel.h"
+#include "naming/ui/TokenButton.h"
+#include "naming/ui/TokenField.h"
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLocale>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QTableView>
+#include <QWindow>
+
+namespace {
+
+constexpr QSize initialSize(720, 480);
+constexpr int planDelay = 60;
+constexpr int paletteWidth = 5;
+
+QLabel* addLabel(QGridLayout& grid, const QString& text, QWidget* buddy)
+{
+    auto* label = new QLabel(text);
+    label->setBuddy(buddy);
+    grid.addWidget(label, grid.rowCount(), 0, Qt::AlignRight | Qt::AlignTop);
+    return label;
+}
+
+} // namespace
+
+FileFormatController::FileFormatController(ArrayController& list, UserDefaults& defaults, QWidget* parent)
+    : QDialog(parent), list_(list), defaults_(defaults)
+{
+    setWindowTitle(tr("Rename Files"));
+    resize(initialSize);
+    const auto selected = list.selectedObjects();
+    audioFile_ = selected.empty() ? nullptr : selected.front();
+
+    auto* grid = new QGridLayout(this);
+    grid->setColumnStretch(1, 1);
+    buildFormat(*grid);
+    buildPlan(*grid);
+    buildButtons(*grid);
+
+    planDue_.setSingleShot(true);
+    planDue_.setInterval(planDelay);
+    connect(&planDue_, &QTimer::timeout, this, &FileFormatController::showPlan);
+    connect(tokenField_, &TokenField::tokensChanged, this, &FileFormatController::showPreview);
+    connect(&list.selection(), &ListSelection::changed, &planDue_, qOverload<>(&QTimer::start));
+    connect(this, &QDialog::finished, this, &FileFormatController::windowWillClose);
+    tokenField_->setTokens(FileNameFormat::storedTokens(defaults));
+    tokenField_->moveCursor(QTextCursor::End);
+    tokenField_->setFocus();
+    showPreview();
+    showPlan();
+}
+
+void FileFormatController::buildFormat(QGridLayout& grid)
+{
+    tokenField_ = new TokenField;
+    tokenField_->setObjectName(QStringLiteral("tokenField"));
+    tokenField_->setAccessibleName(tr("Format"));
+    addLabel(grid, tr("&Format"), tokenField_);
+    grid.addWidget(tokenField_, grid.rowCount() - 1, 1);
+
+    const QStringList& keys = FileNameFormat::sortedKeys();
+    addLabel(grid, tr("Fields"), nullptr);
+    grid.addWidget(buildPalette(keys.first(paletteWidth)), grid.rowCount() - 1, 1);
+    grid.addWidget(buildPalette(keys.mid(paletteWidth)), grid.rowCount(), 1);
+
+    previewField_ = new QLabel;
+    previewField_->setObjectName(QStringLiteral("previewField"));
+    previewField_->setTextFormat(Qt::PlainText);
+    previewField_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    previewField_->setWordWrap(true);
+    addLabel(grid, tr("Preview"), nullptr);
+    grid.addWidget(previewField_, grid.rowCount() - 1, 1);
+}
+
+QWidget* FileFormatController::buildPalette(const QStringList& titles)
+{
+    auto* palette = new QWidget;
+    auto* row = new QHBoxLayout(palette);
+    row->setContentsMargins(0, 0, 0, 0);
+    for (const auto& title : titles) {
+        auto* button = new TokenButton(title);
+        button->setObjectName(title);
+        connect(button, &QAbstractButton::clicked, this, [this, title] { tokenField_->insertTokens({title}); });
+        row->addWidget(button);
+    }
+    row->addStretch(1);
+    return palette;
+}
+
+void FileFormatController::buildPlan(QGridLayout& grid)
+{
+    plan_ = new RenamePlanModel;
+    plan_->setParent(this);
+    auto* table = new QTableView;
+    table->setObjectName(QStringLiteral("plan"));
+    table->setAccessibleName(tr("Plan"));
+    table->setModel(plan_);
+    table->setSelectionMode(QAbstractItemView::NoSelection);
+    table->setShowGrid(false);
+    table->setAlternatingRowColors(true);
+    table->setWordWrap(false);
+    table->setTabKeyNavigation(false);
+    table->setTextElideMode(Qt::ElideMiddle);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 6);
+    auto* header = table->horizontalHeader();
+    header->setHighlightSections(false);
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header->setResizeContentsPrecision(0);
+    header->setSectionResizeMode(QHeaderView::Stretch);
+    header->setSectionResizeMode(RenamePlanModel::Remark, QHeaderView::ResizeToContents);
+    grid.addWidget(table, grid.rowCount(), 0, 1, -1);
+    grid.setRowStretch(grid.rowCount() - 1, 1);
+
+    auto* row = new QHBoxLayout;
+    summary_ = new QLabel;
+    summary_->setObjectName(QStringLiteral("summary"));
+    onlyFailing_ = new QCheckBox(tr("&Show only these"));
+    connect(onlyFailing_, &QCheckBox::toggled, plan_, &RenamePlanModel::showOnlyFailing);
+    row->addWidget(summary_);
+    row->addWidget(onlyFailing_);
+    row->addStretch(1);
+    grid.addLayout(row, grid.rowCount(), 0, 1, -1);
+}
+
+void FileFormatController::buildButtons(QGridLayout& grid)
+{
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
+    auto* rename = buttons->addButton(tr("&Rename"), QDialogButtonBox::AcceptRole);
+    rename->setObjectName(QStringLiteral("rename"));
+    rename->setDefault(true);
+    connect(buttons, &QDialogButtonBox::accepted, this, &FileFormatController::updateFileNames);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
+    grid.addWidget(buttons, grid.rowCount(), 0, 1, -1);
+}
+
+void FileFormatController::updateFileNames()
+{
+    emit renameWanted(tokenField_->tokens());
+    close();
+}
+
+void FileFormatController::showPreview()
+{
+    const QString name = audioFile_ ? FileNameFormat::buildFileName(tokenField_->tokens(), *audioFile_) : QString();
+    previewField_->setText(name);
+    planDue_.start();
+}
+
+void FileFormatController::showPlan()
+{
+    plan_->setPlan(RenamePlan(list_.selectedObjects(), tokenField_->tokens()));
+    const bool anyFailing = plan_->plan().failing() > 0;
+    if (!anyFailing)
+        onlyFailing_->setChecked(false);
+    onlyFailing_->setVisible(anyFailing);
+    summary_->setText(planText());
+}
+
+QString FileFormatController::planText() const
+{
+    const RenamePlan& plan = plan_->plan();
+    const QLocale locale;
+    const auto all = static_cast<int>(plan.entries().size());
+    const int renamed = all - plan.failing() - plan.unchanged();
+    QString text =
+        renamed == 1 ? tr("1 file will be renamed") : tr("%1 files will be renamed").arg(locale.toString(renamed));
+    if (plan.unchanged() > 0)
+        text += tr(", %1 unchanged").arg(locale.toString(plan.unchanged()));
+    if (plan.failing() > 0)
+        text += tr(", %1 can't be").arg(locale.toString(plan.failing()));
+    return text;
+}
+
+void FileFormatController::windowWillClose()
+{
+    FileNameFormat::storeTokens(defaults_, tokenField_->tokens());
+}
+
+void FileFormatController::mousePressEvent(QMouseEvent* event)
+{
+    // The window is moved by its background.
+    if (event->button() == Qt::LeftButton && windowHandle())
+        windowHandle()->startSystemMove();
+}

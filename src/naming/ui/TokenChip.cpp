@@ -1,0 +1,73 @@
+#include "naming/ui/TokenChip.h"
+
+#include <QPainter>
+#include <QTextCursor>
+#include <QTextEdit>
+
+namespace {
+
+constexpr int titleProperty = QTextFormat::UserProperty + 1;
+constexpr qreal sidePadding = 8;
+constexpr qreal verticalPadding = 2;
+constexpr qreal gap = 1;
+constexpr int tint = 56;
+
+} // namespace
+
+QSizeF TokenChip::size(const QString& title, const QFont& font)
+{
+    const QFontMetricsF metrics(font);
+    return {metrics.horizontalAdvance(title) + 2 * (sidePadding + gap),
+            metrics.height() + 2 * (verticalPadding + gap)};
+}
+
+void TokenChip::paint(QPainter& painter, const QRectF& place, const QString& title, const QFont& font,
+                      const QPalette& palette, bool isSelected)
+{
+    const QColor accent = palette.color(QPalette::Highlight);
+    QColor background = accent;
+    if (!isSelected)
+        background.setAlpha(tint);
+    const QRectF outline = place.adjusted(gap, gap, -gap, -gap);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(background);
+    painter.drawRoundedRect(outline, outline.height() / 2, outline.height() / 2);
+    painter.setFont(font);
+    painter.setPen(palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
+    painter.drawText(outline, Qt::AlignCenter, title);
+    painter.restore();
+}
+
+QTextCharFormat TokenChip::format(const QString& title)
+{
+    QTextCharFormat format;
+    format.setObjectType(objectType);
+    format.setVerticalAlignment(QTextCharFormat::AlignMiddle);
+    format.setProperty(titleProperty, title);
+    return format;
+}
+
+QString TokenChip::title(const QTextFormat& format)
+{
+    return format.stringProperty(titleProperty);
+}
+
+TokenChip::Renderer::Renderer(QTextEdit& field) : QObject(&field), field_(field) {}
+
+QSizeF TokenChip::Renderer::intrinsicSize(QTextDocument*, int, const QTextFormat& format)
+{
+    return size(title(format), field_.font());
+}
+
+void TokenChip::Renderer::drawObject(QPainter* painter, const QRectF& place, QTextDocument*, int position,
+                                     const QTextFormat& format)
+{
+    const QTextCursor cursor = field_.textCursor();
+    const bool isSelected = position >= cursor.selectionStart() && position < cursor.selectionEnd();
+    // The layout centres chips on the middle of small letters; moved up, their text stands on the line of the others.
+    const QFontMetricsF metrics(field_.font());
+    const qreal lift = (metrics.ascent() - metrics.descent()) / 2 - metrics.xHeight() / 4;
+    paint(*painter, place.translated(0, -lift), title(format), field_.font(), field_.palette(), isSelected);
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QTextObjectInterface>
+#include <QWidget>
+
+class QTextEdit;
+
+/// How a field token looks.
+namespace TokenChip {
+
+QSizeF size(const QString& title, const QFont& font);
+void paint(QPainter& painter, const QRectF& place, const QString& title, const QFont& font, const QPalette& palette,
+           bool isSelected);
+
+/// What a text document holds in the place of a chip.
+constexpr int objectType = QTextFormat::UserObject + 1;
+QTextCharFormat format(const QString& title);
+QString title(const QTextFormat& format);
+
+/// Draws the chips of a field's document.
+class Renderer : public QObject, public QTextObjectInterface {
+    Q_OBJECT
+    Q_INTERFACES(QTextObjectInterface)
+
+public:
+    explicit Renderer(QTextEdit& field);
+
+    QSizeF intrinsicSize(QTextDocument* document, int position, const QTextFormat& format) override;
+    void drawObject(QPainter* painter, const QRectF& place, QTextDocument* document, int position,
+                    const QTextFormat& format) override;
+
+private:
+    QTextEdit& field_;
+};
+
+} // namespace TokenChip
