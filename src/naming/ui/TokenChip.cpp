@@ -69,5 +69,16 @@ void TokenChip::Renderer::drawObject(QPainter* painter, const QRectF& place, QTe
     // The layout centres chips on the middle of small letters; moved up, their text stands on the line of the others.
     const QFontMetricsF metrics(field_.font());
     const qreal lift = (metrics.ascent() - metrics.descent()) / 2 - metrics.xHeight() / 4;
-    paint(*painter, place.translated(0, -lift), title(format), field_.font(), field_.palette(), isSelected);
+    const QRectF chip = place.translated(0, -lift);
+    if (isSelected)
+        selected_.push_back({painter->transform().mapRect(chip), title(format)});
+    else
+        paint(*painter, chip, title(format), field_.font(), field_.palette(), false);
+}
+
+void TokenChip::Renderer::paintSelected(QPainter& painter)
+{
+    for (const auto& chip : selected_)
+        paint(painter, chip.place, chip.title, field_.font(), field_.palette(), true);
+    selected_.clear();
 }

@@ -3,6 +3,8 @@
 #include <QTextObjectInterface>
 #include <QWidget>
 
+#include <vector>
+
 class QTextEdit;
 
 /// How a field token looks.
@@ -29,8 +31,17 @@ public:
     void drawObject(QPainter* painter, const QRectF& place, QTextDocument* document, int position,
                     const QTextFormat& format) override;
 
+    /// Draws the selected chips of the last painting again, over the veil that the layout lays on what is selected.
+    void paintSelected(QPainter& painter);
+
 private:
+    struct Chip {
+        QRectF place;
+        QString title;
+    };
+
     QTextEdit& field_;
+    std::vector<Chip> selected_;
 };
 
 } // namespace TokenChip

@@ -1,13 +1,13 @@
 #include "naming/ui/TokenField.h"
 
 #include "naming/FileNameFormat.h"
-#include "naming/ui/TokenChip.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QScrollBar>
 #include <QTextBlock>
 
@@ -62,9 +62,9 @@ void insert(QTextCursor& cursor, const QStringList& tokens)
 
 const QString TokenField::tokenType = QStringLiteral("application/x-org.sonvika.sonvika.tokens");
 
-TokenField::TokenField(QWidget* parent) : QTextEdit(parent)
+TokenField::TokenField(QWidget* parent) : QTextEdit(parent), chips_(new TokenChip::Renderer(*this))
 {
-    document()->documentLayout()->registerHandler(TokenChip::objectType, new TokenChip::Renderer(*this));
+    document()->documentLayout()->registerHandler(TokenChip::objectType, chips_);
     setAcceptRichText(false);
     setTabChangesFocus(true);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -192,6 +192,13 @@ void TokenField::moveChip(int step)
     mover.insertText(QString(QChar::ObjectReplacementCharacter), format);
     mover.endEditBlock();
     selectChip(target);
+}
+
+void TokenField::paintEvent(QPaintEvent* event)
+{
+    QTextEdit::paintEvent(event);
+    QPainter painter(viewport());
+    chips_->paintSelected(painter);
 }
 
 void TokenField::keyPressEvent(QKeyEvent* event)

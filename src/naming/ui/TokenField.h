@@ -1,5 +1,7 @@
 #pragma once
 
+#include "naming/ui/TokenChip.h"
+
 #include <QStringList>
 #include <QTextEdit>
 
@@ -33,6 +35,7 @@ signals:
     void tokensChanged();
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -53,6 +56,7 @@ private:
     int chipAt(const QPoint& point) const;
     void selectChip(int position);
 
+    TokenChip::Renderer* chips_;
     int pressedChip_ = -1;
     bool isRepairing_ = false;
 };
