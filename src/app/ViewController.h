@@ -65,7 +65,7 @@ public:
     void showFormatWindow();
     /// Renames the selected files (see FileRenamer).
     void renameFiles(const QStringList& format);
-    /// While locked, neither the list nor the fields nor the search can be used.
+    /// While locked, the list, the fields and the search field are disabled.
     void setEditingLocked(bool locked) { emit editingLocked(locked); }
 
     /// Ends an edit in progress, so that it is written.

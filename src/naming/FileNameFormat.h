@@ -22,7 +22,8 @@ QStringList storedTokens(const UserDefaults& defaults);
 void storeTokens(UserDefaults& defaults, const QStringList& tokens);
 
 /// The name, with extension, that the format gives to a record. Track and disc numbers have at least two digits and
-/// no total; a number that is no 64-bit decimal integer, and every other value, appears as it is, whatever it holds.
+/// no total; what stands before the "/" appears as it is when it is no 64-bit decimal integer. Every other value
+/// appears as it is, whatever it holds.
 /// @return an empty text when the tokens yield nothing.
 QString buildFileName(const QStringList& format, const AudioFile& record);
 

@@ -2,9 +2,11 @@
 
 #include "naming/FileNameFormat.h"
 #include "naming/FileRenamer.h"
+#include "platform/FileSystem.h"
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QHash>
 #include <QSet>
 
@@ -20,20 +22,33 @@ QString translated(const char* text)
     return QCoreApplication::translate("RenamePlan", text);
 }
 
-/// What is known of a folder that files go to.
+/// What is known of a folder that files come from or go to.
 struct Folder {
     bool exists;
     bool isWritable;
+    bool ignoresCase;
     long longestName;
 
-    explicit Folder(const QByteArray& path)
-        : exists(::access(path.constData(), F_OK) == 0), isWritable(::access(path.constData(), W_OK | X_OK) == 0),
-          longestName(exists ? ::pathconf(path.constData(), _PC_NAME_MAX) : -1)
+    /// @param fileName that of a file in the folder, by which it is tried whether case counts.
+    Folder(const QString& path, const QString& fileName)
     {
+        const QByteArray name = QFile::encodeName(path);
+        exists = ::access(name.constData(), F_OK) == 0;
+        isWritable = ::access(name.constData(), W_OK | X_OK) == 0;
+        const QString upper = fileName.toUpper();
+        const QString other = path + QLatin1Char('/') + (upper == fileName ? fileName.toLower() : upper);
+        ignoresCase = FileSystem::isSameEntry(path + QLatin1Char('/') + fileName, other);
+        longestName = exists ? ::pathconf(name.constData(), _PC_NAME_MAX) : -1;
         if (longestName < 0)
             longestName = NAME_MAX;
     }
 };
+
+bool isOnDisk(const QString& path)
+{
+    struct stat found {};
+    return ::lstat(QFile::encodeName(path).constData(), &found) == 0;
+}
 
 /// Plays the renames through, one after another, on what is on the disk now.
 class Rehearsal {
@@ -43,14 +58,16 @@ public:
     {
         if (newName.isEmpty())
             return translated(QT_TRANSLATE_NOOP("RenamePlan", "The name is empty"));
+        if (!isOnDisk(from))
+            return translated(QT_TRANSLATE_NOOP("RenamePlan", "The file is gone"));
         if (from == to)
             return {};
         const QString objection = objectionTo(from, to, newName);
         if (objection.isEmpty()) {
-            left_.insert(from);
-            left_.remove(to);
-            taken_.insert(to);
-            taken_.remove(from);
+            left_.insert(key(from));
+            left_.remove(key(to));
+            taken_.remove(key(from));
+            taken_.insert(key(to));
         }
         return objection;
     }
@@ -58,42 +75,38 @@ public:
 private:
     QString objectionTo(const QString& from, const QString& to, const QString& newName)
     {
-        const auto slash = to.lastIndexOf(QLatin1Char('/'));
-        const Folder& folder = folderAt(to.first(slash));
+        const QFileInfo source(from);
+        const Folder sourceFolder = folderAt(source.path(), source.fileName());
+        const QFileInfo target(to);
+        const Folder folder = folderAt(target.path(), target.fileName());
         if (!folder.exists && newName.contains(QLatin1Char('/')))
             return translated(QT_TRANSLATE_NOOP("RenamePlan", "\"/\" leads into a folder that does not exist"));
-        if (!folder.exists)
-            return translated(QT_TRANSLATE_NOOP("RenamePlan", "The folder does not exist"));
-        if (!folder.isWritable)
+        if (!folder.isWritable || !sourceFolder.isWritable)
             return translated(QT_TRANSLATE_NOOP("RenamePlan", "The folder can't be written"));
-        if (QFile::encodeName(to.sliced(slash + 1)).size() > folder.longestName)
+        if (newName.contains(QChar::Null))
+            return translated(QT_TRANSLATE_NOOP("RenamePlan", "A character in it can't be in a name"));
+        if (QFile::encodeName(target.fileName()).size() > folder.longestName)
             return translated(QT_TRANSLATE_NOOP("RenamePlan", "The name is too long"));
-        if (taken_.contains(to))
+        if (taken_.contains(key(to)))
             return translated(QT_TRANSLATE_NOOP("RenamePlan", "Another selected file gets this name"));
-        if (!left_.contains(to) && isOnDisk(from, to))
+        if (!left_.contains(key(to)) && isOnDisk(to) && !FileSystem::isSameEntry(from, to))
             return translated(QT_TRANSLATE_NOOP("RenamePlan", "A file of this name exists"));
         return {};
     }
 
-    const Folder& folderAt(const QString& path)
+    const Folder& folderAt(const QString& path, const QString& fileName)
     {
         auto found = folders_.find(path);
         if (found == folders_.end())
-            found = folders_.insert(path, Folder(path.isEmpty() ? QByteArray("/") : QFile::encodeName(path)));
+            found = folders_.insert(path, Folder(path, fileName));
         return *found;
     }
 
-    /// A file system that ignores case finds a file under its own new name.
-    static bool isOnDisk(const QString& from, const QString& to)
+    /// What two paths have in common that are one file to the file system.
+    QString key(const QString& path)
     {
-        struct stat target {};
-        struct stat source {};
-        if (::lstat(QFile::encodeName(to).constData(), &target) != 0)
-            return false;
-        const bool isItself = from.compare(to, Qt::CaseInsensitive) == 0
-                              && ::lstat(QFile::encodeName(from).constData(), &source) == 0
-                              && source.st_ino == target.st_ino && source.st_dev == target.st_dev;
-        return !isItself;
+        const QFileInfo file(path);
+        return folderAt(file.path(), file.fileName()).ignoresCase ? path.toCaseFolded() : path;
     }
 
     QHash<QString, Folder> folders_;

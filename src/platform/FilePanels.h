@@ -46,8 +46,8 @@ struct AccessPanelAnswer {
     QString path;
 };
 
-/// The panels in which a user chooses files. Modeless, but for the one that asks for access; the answer comes by the callback, which is not called when the
-/// user cancels.
+/// The panels in which a user chooses files. They are modeless, and answer by the callback, which is not called when
+/// the user cancels; only the one that asks for access blocks and returns its answer.
 class FilePanels {
 public:
     using Chosen = std::function<void(const QStringList& paths)>;

@@ -29,38 +29,68 @@ bool isSameFile(const QByteArray& one, const QByteArray& other)
            && a.st_ino == b.st_ino;
 }
 
-/// Whether the two paths are one entry of one folder, spelt in two ways. Two hard links are two entries.
-bool isSameEntry(const QString& from, const QString& to)
-{
-    const QFileInfo target(to);
-    return isSameFile(QFile::encodeName(from), QFile::encodeName(to))
-           && isSameFile(QFile::encodeName(QFileInfo(from).path()), QFile::encodeName(target.path()))
-           && !target.dir().entryList(QDir::AllEntries | QDir::Hidden | QDir::System).contains(target.fileName());
-}
-
-/// For file systems that can't refuse to replace: an empty file of our own claims the name, and is what is replaced.
-/// @return the error, 0 for none.
+/// For file systems that can neither refuse to replace nor link: an empty file of our own claims the name, and is
+/// replaced while it is still ours.
 int moveOntoClaim(const QByteArray& from, const QByteArray& to)
 {
     const int claim = ::open(to.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (claim < 0)
         return errno;
+    const auto isOurs = [&] {
+        struct stat made {};
+        struct stat there {};
+        return ::fstat(claim, &made) == 0 && ::lstat(to.constData(), &there) == 0 && made.st_ino == there.st_ino
+               && made.st_dev == there.st_dev && there.st_size == 0;
+    };
+    int error = EEXIST;
+    if (isOurs())
+        error = ::rename(from.constData(), to.constData()) == 0 ? 0 : errno;
+    if (error != 0 && isOurs())
+        ::unlink(to.constData());
     ::close(claim);
-    if (::rename(from.constData(), to.constData()) == 0)
+    return error;
+}
+
+/// A second name that the file gets before it loses the first.
+int moveByLink(const QByteArray& from, const QByteArray& to)
+{
+    if (::link(from.constData(), to.constData()) != 0)
+        return errno;
+    if (::unlink(from.constData()) == 0)
         return 0;
     const int error = errno;
     ::unlink(to.constData());
     return error;
 }
 
+bool isUnsupported(int error)
+{
+    return error == EINVAL || error == ENOSYS || error == EOPNOTSUPP || error == EPERM;
+}
+
+/// @return the error, 0 for none.
 int moveWithoutReplacing(const QByteArray& from, const QByteArray& to)
 {
     if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
         return 0;
-    return errno == EINVAL || errno == ENOSYS ? moveOntoClaim(from, to) : errno;
+    int error = errno;
+    if (error == EINVAL || error == ENOSYS) {
+        error = moveByLink(from, to);
+        if (isUnsupported(error))
+            error = moveOntoClaim(from, to);
+    }
+    return error;
 }
 
 } // namespace
+
+bool isSameEntry(const QString& path, const QString& otherPath)
+{
+    const QFileInfo other(otherPath);
+    return isSameFile(QFile::encodeName(path), QFile::encodeName(otherPath))
+           && isSameFile(QFile::encodeName(QFileInfo(path).path()), QFile::encodeName(other.path()))
+           && !other.dir().entryList(QDir::AllEntries | QDir::Hidden | QDir::System).contains(other.fileName());
+}
 
 bool isReadableFile(const QString& path)
 {

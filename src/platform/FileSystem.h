@@ -13,9 +13,14 @@ bool isReadableFile(const QString& path);
 /// Throws std::system_error, saying why, when nothing can be reached at @p path.
 void checkResourceIsReachable(const QString& path);
 
-/// Moves a file or folder to another name, in one step and without ever replacing anything, whatever others do at the
-/// same moment. A name that differs from the old one only in case is not taken for another file where the file system
-/// does not tell them apart. Moving onto the own name does nothing.
+/// Whether two paths are one entry of one folder, spelt in two ways, as on a file system that ignores case. Two hard
+/// links are two entries. @param otherPath the spelling that is not the folder's own.
+bool isSameEntry(const QString& path, const QString& otherPath);
+
+/// Moves a file to another name without ever replacing anything, in one step where the file system can (others get a
+/// second name first, or an empty file in the new place for a moment). A name that differs from the old one only in
+/// case is not taken for another file where the file system does not tell them apart. Moving onto the own name does
+/// nothing.
 /// Throws std::system_error when it can't be done; then nothing was moved.
 void moveItem(const QString& from, const QString& to);
 

@@ -113,7 +113,7 @@ private slots:
     void leavesFilesThatCannotBeRenamed_data()
     {
         addRows({"taken | a file | A file of this name exists", "Title | a long title | The name is too long",
-                 "new | a locked folder | The folder can't be written", "new | a missing file | ",
+                 "new | a locked folder | The folder can't be written", "new | a missing file | The file is gone",
                  "sub/new | a missing folder | \"/\" leads into a folder that does not exist"});
     }
     void leavesFilesThatCannotBeRenamed()
@@ -198,6 +198,13 @@ private slots:
             QVERIFY_THROWS_EXCEPTION(std::system_error, FileSystem::moveItem(one, name));
         QVERIFY_THROWS_EXCEPTION(std::system_error, FileSystem::moveItem(one, one + QChar::Null + u"x"_qs));
         QVERIFY(QFile::exists(one) && QFile::exists(other));
+        AudioFile record;
+        record.path = one;
+        record.fileName = u"song.mp3"_qs;
+        record.fileType = u"mp3"_qs;
+        record.title = u"a\0b"_qs;
+        QCOMPARE(RenamePlan({std::make_shared<AudioFile>(record)}, {u"Song"_qs}).failing(), 1);
+        QCOMPARE(RenamePlan({std::make_shared<AudioFile>(record)}, {u"Title"_qs}).failing(), 1);
         QVERIFY(QFile::remove(other));
         FileSystem::moveItem(one, other);
         QVERIFY(QFile::exists(other) && !QFile::exists(one));

@@ -52,6 +52,8 @@ FileFormatController::FileFormatController(ArrayController& list, UserDefaults& 
     connect(&planDue_, &QTimer::timeout, this, &FileFormatController::showPlan);
     connect(tokenField_, &TokenField::tokensChanged, this, &FileFormatController::showPreview);
     connect(&list.selection(), &ListSelection::changed, &planDue_, qOverload<>(&QTimer::start));
+    connect(&list, &QAbstractItemModel::dataChanged, &planDue_, qOverload<>(&QTimer::start));
+    connect(&list, &ArrayController::countChanged, &planDue_, qOverload<>(&QTimer::start));
     connect(this, &QDialog::finished, this, &FileFormatController::windowWillClose);
     tokenField_->setTokens(FileNameFormat::storedTokens(defaults));
     tokenField_->moveCursor(QTextCursor::End);

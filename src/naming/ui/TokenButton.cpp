@@ -57,7 +57,7 @@ void TokenButton::keyPressEvent(QKeyEvent* event)
 void TokenButton::dragToken()
 {
     auto* drag = new QDrag(this);
-    drag->setMimeData(TokenField::mimeDataFor({text()}));
+    drag->setMimeData(TokenField::mimeDataFor(text()));
     QPixmap pixmap(size() * devicePixelRatioF());
     pixmap.setDevicePixelRatio(devicePixelRatioF());
     pixmap.fill(Qt::transparent);

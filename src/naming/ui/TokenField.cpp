@@ -5,6 +5,7 @@
 #include <QAbstractTextDocumentLayout>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
@@ -13,49 +14,96 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace {
 
 constexpr int visibleLines = 2;
 
-QStringList tokensOf(const QTextDocument& document, int begin, int end)
+const QString literalKey = QStringLiteral("literal");
+
+/// A chip, or a text between chips.
+struct Piece {
+    QString text;
+    bool isChip;
+};
+
+std::vector<Piece> piecesOf(const QTextDocument& document, int begin, int end)
 {
-    QStringList tokens;
-    QString literal;
-    const auto finishLiteral = [&] {
-        if (!literal.isEmpty())
-            tokens.append(std::exchange(literal, {}));
-    };
-    for (auto block = document.begin(); block.isValid(); block = block.next()) {
-        for (auto part = block.begin(); !part.atEnd(); ++part) {
-            const QTextFragment fragment = part.fragment();
-            const bool isChip = fragment.charFormat().objectType() == TokenChip::objectType;
-            for (int i = std::max(begin, fragment.position());
-                 i < std::min(end, fragment.position() + fragment.length()); ++i) {
-                if (isChip) {
-                    finishLiteral();
-                    tokens.append(TokenChip::title(fragment.charFormat()));
-                } else {
-                    literal += fragment.text()[i - fragment.position()];
-                }
-            }
+    std::vector<Piece> pieces;
+    const QTextBlock block = document.begin();
+    for (auto part = block.begin(); !part.atEnd(); ++part) {
+        const QTextFragment fragment = part.fragment();
+        const bool isChip = fragment.charFormat().objectType() == TokenChip::objectType;
+        const int last = std::min(end, fragment.position() + fragment.length());
+        for (int i = std::max(begin, fragment.position()); i < last; ++i) {
+            if (isChip)
+                pieces.push_back({TokenChip::title(fragment.charFormat()), true});
+            else if (pieces.empty() || pieces.back().isChip)
+                pieces.push_back({fragment.text()[i - fragment.position()], false});
+            else
+                pieces.back().text += fragment.text()[i - fragment.position()];
         }
     }
-    finishLiteral();
-    return tokens;
+    return pieces;
 }
 
-void insert(QTextCursor& cursor, const QStringList& tokens)
+/// A file name is one line, and what stands for chips inside the document is no text.
+QString cleaned(QString text)
+{
+    static const QString separators = QStringLiteral("\n\r\u2028\u2029\ufdd0\ufdd1");
+    for (const QChar separator : separators)
+        text.replace(separator, QLatin1Char(' '));
+    return text.remove(QChar::ObjectReplacementCharacter);
+}
+
+void insert(QTextCursor& cursor, const std::vector<Piece>& pieces)
 {
     cursor.beginEditBlock();
     cursor.removeSelectedText();
-    for (const auto& token : tokens) {
-        if (FileNameFormat::isFieldToken(token))
-            cursor.insertText(QString(QChar::ObjectReplacementCharacter), TokenChip::format(token));
+    for (const auto& piece : pieces) {
+        if (piece.isChip)
+            cursor.insertText(QString(QChar::ObjectReplacementCharacter), TokenChip::format(piece.text));
         else
-            cursor.insertText(token, QTextCharFormat());
+            cursor.insertText(cleaned(piece.text), QTextCharFormat());
     }
     cursor.endEditBlock();
+}
+
+std::vector<Piece> piecesOf(const QStringList& tokens)
+{
+    std::vector<Piece> pieces;
+    for (const auto& token : tokens)
+        pieces.push_back({token, FileNameFormat::isFieldToken(token)});
+    return pieces;
+}
+
+QMimeData* carrierOf(const std::vector<Piece>& pieces)
+{
+    QJsonArray tokens;
+    QString text;
+    for (const auto& piece : pieces) {
+        tokens.append(piece.isChip ? QJsonValue(piece.text) : QJsonValue(QJsonObject{{literalKey, piece.text}}));
+        text += piece.text;
+    }
+    auto* carrier = new QMimeData;
+    carrier->setData(TokenField::tokenType, QJsonDocument(tokens).toJson(QJsonDocument::Compact));
+    carrier->setText(text);
+    return carrier;
+}
+
+std::vector<Piece> piecesIn(const QMimeData& carrier)
+{
+    std::vector<Piece> pieces;
+    const auto tokens = QJsonDocument::fromJson(carrier.data(TokenField::tokenType)).array();
+    for (const auto& token : tokens) {
+        const QString title = token.toString();
+        const bool isChip = FileNameFormat::isFieldToken(title);
+        pieces.push_back({isChip ? title : title + token.toObject()[literalKey].toString(), isChip});
+    }
+    if (pieces.empty() && !cleaned(carrier.text()).isEmpty())
+        pieces.push_back({carrier.text(), false});
+    return pieces;
 }
 
 } // namespace
@@ -75,20 +123,24 @@ TokenField::TokenField(QWidget* parent) : QTextEdit(parent), chips_(new TokenChi
 
 QStringList TokenField::tokens() const
 {
-    return tokensOf(*document(), 0, document()->characterCount());
+    QStringList tokens;
+    for (const auto& piece : piecesOf(*document(), 0, document()->characterCount()))
+        tokens.append(piece.text);
+    return tokens;
 }
 
 void TokenField::setTokens(const QStringList& tokens)
 {
     QTextCursor cursor(document());
     cursor.select(QTextCursor::Document);
-    insert(cursor, tokens);
+    insert(cursor, piecesOf(tokens));
+    document()->clearUndoRedoStacks();
 }
 
 void TokenField::insertTokens(const QStringList& tokens)
 {
     QTextCursor cursor = textCursor();
-    insert(cursor, tokens);
+    insert(cursor, piecesOf(tokens));
     setTextCursor(cursor);
 }
 
@@ -101,45 +153,21 @@ QSize TokenField::sizeHint() const
 
 void TokenField::noticeChange()
 {
-    if (isRepairing_)
-        return;
-    repairFormats();
     setAccessibleDescription(tokens().join(QStringLiteral(", ")));
     emit tokensChanged();
 }
 
-void TokenField::repairFormats()
-{
-    isRepairing_ = true;
-    for (int i = 0; i < document()->characterCount() - 1; ++i) {
-        const bool looksLikeChip = document()->characterAt(i) == QChar::ObjectReplacementCharacter;
-        if (looksLikeChip == isChip(i))
-            continue;
-        QTextCursor cursor(document());
-        cursor.setPosition(i);
-        cursor.setPosition(i + 1, QTextCursor::KeepAnchor);
-        if (looksLikeChip) {
-            cursor.removeSelectedText();
-            --i;
-        } else {
-            cursor.setCharFormat(QTextCharFormat());
-        }
-    }
-    isRepairing_ = false;
-}
-
 void TokenField::makeChipsOfTitles()
 {
-    const QStringList now = tokens();
     int position = 0;
-    for (const auto& token : now) {
-        const int length = isChip(position) ? 1 : static_cast<int>(token.size());
-        const bool isTitle = FileNameFormat::isFieldToken(token) && !isChip(position);
+    for (const auto& piece : piecesOf(*document(), 0, document()->characterCount())) {
+        const int length = piece.isChip ? 1 : static_cast<int>(piece.text.size());
+        const bool isTitle = !piece.isChip && FileNameFormat::isFieldToken(piece.text);
         QTextCursor cursor(document());
         cursor.setPosition(position);
         cursor.setPosition(position + length, QTextCursor::KeepAnchor);
         if (isTitle)
-            insert(cursor, {token});
+            insert(cursor, {{piece.text, true}});
         position += isTitle ? 1 : length;
     }
 }
@@ -245,22 +273,21 @@ void TokenField::mouseDoubleClickEvent(QMouseEvent* event)
 
 void TokenField::focusOutEvent(QFocusEvent* event)
 {
-    makeChipsOfTitles();
+    // A menu over the field, or another window, does not end the typing.
+    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
+        makeChipsOfTitles();
     QTextEdit::focusOutEvent(event);
 }
 
-QMimeData* TokenField::mimeDataFor(const QStringList& tokens)
+QMimeData* TokenField::mimeDataFor(const QString& title)
 {
-    auto* carried = new QMimeData;
-    carried->setData(tokenType, QJsonDocument(QJsonArray::fromStringList(tokens)).toJson(QJsonDocument::Compact));
-    carried->setText(tokens.join(QString()));
-    return carried;
+    return carrierOf({{title, true}});
 }
 
 QMimeData* TokenField::createMimeDataFromSelection() const
 {
     const QTextCursor cursor = textCursor();
-    return mimeDataFor(tokensOf(*document(), cursor.selectionStart(), cursor.selectionEnd()));
+    return carrierOf(piecesOf(*document(), cursor.selectionStart(), cursor.selectionEnd()));
 }
 
 bool TokenField::canInsertFromMimeData(const QMimeData* source) const
@@ -270,14 +297,10 @@ bool TokenField::canInsertFromMimeData(const QMimeData* source) const
 
 void TokenField::insertFromMimeData(const QMimeData* source)
 {
-    QStringList inserted;
-    const auto stored = QJsonDocument::fromJson(source->data(tokenType)).array();
-    for (const auto& token : stored)
-        inserted.append(token.toString());
-    if (inserted.isEmpty())
-        inserted.append(source->text());
-    // A file name is one line.
-    for (auto& token : inserted)
-        token.replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r'));
-    insertTokens(inserted);
+    const auto pieces = piecesIn(*source);
+    if (pieces.empty())
+        return;
+    QTextCursor cursor = textCursor();
+    insert(cursor, pieces);
+    setTextCursor(cursor);
 }

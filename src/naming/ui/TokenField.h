@@ -14,11 +14,11 @@ class TokenField : public QTextEdit {
     Q_OBJECT
 
 public:
-    /// The MIME type under which tokens are dragged and copied: a JSON array of texts.
+    /// The MIME type under which tokens are dragged and copied: a JSON array of titles and of {"literal": text}.
     static const QString tokenType;
 
-    /// What carries the tokens: under tokenType, and as plain text for others. The caller owns it.
-    static QMimeData* mimeDataFor(const QStringList& tokens);
+    /// What carries one field token: under tokenType, and as plain text for others. The caller owns it.
+    static QMimeData* mimeDataFor(const QString& title);
 
     explicit TokenField(QWidget* parent = nullptr);
 
@@ -47,8 +47,6 @@ protected:
 
 private:
     void noticeChange();
-    /// Takes the chips' format from characters that are no chips, as typed behind one, and away what only looks so.
-    void repairFormats();
     void makeChipsOfTitles();
     void moveChip(int step);
     bool isChip(int position) const;
@@ -58,5 +56,4 @@ private:
 
     TokenChip::Renderer* chips_;
     int pressedChip_ = -1;
-    bool isRepairing_ = false;
 };
