@@ -31,6 +31,7 @@ public:
 class NoRecentDocuments : public RecentDocuments {
 public:
     void noteNewRecentDocument(const QString&) override {}
+    QStringList recentDocuments() const override { return {}; }
 };
 
 /// What any program that shows tags has to do with TagLib at the least, and nothing else.

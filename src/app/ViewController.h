@@ -61,6 +61,8 @@ public:
     void pasteImage();
     void showInFinder();
 
+    /// Wants the main window shown and in front.
+    void showWindow() { emit windowWanted(); }
     /// Wants the window shown in which the file-name format is edited; nothing without a selection.
     void showFormatWindow();
     /// Renames the selected files (see FileRenamer).
@@ -80,6 +82,7 @@ signals:
     void editingShouldEnd();
     void editingLocked(bool locked);
     void formatWindowWanted();
+    void windowWanted();
 
 private:
     QByteArray commonArt(const SelectionSummary& summary) const;

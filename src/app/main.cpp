@@ -1,4 +1,7 @@
 #include "app/ui/Program.h"
+#include "artwork/ui/AlbumArtView.h"
+#include "platform/DBusApplication.h"
+#include "platform/SessionBus.h"
 #include "tagengine/TaglibWrapper.h"
 
 #include <QApplication>
@@ -51,51 +54,75 @@ void followAppearance(Program& program, const QString& wanted)
     });
 }
 
-void authoriseNotifications(Program& program)
+void grabWindow(Program& program, const QString& file)
 {
-    if (!program.defaults.boolForKey(DefaultsKey::showNotifications))
-        return;
-    program.notifier.presentQuietlyInFront();
-    program.notifier.requestAuthorization();
+    const bool saved = program.window.grab().save(file);
+    if (!saved)
+        qCritical("The picture could not be saved: %s", qUtf8Printable(file));
+    QCoreApplication::exit(saved ? 0 : 1);
 }
 
 void saveScreenshot(Program& program, const QString& file)
 {
     if (program.list.rowCount() > 0)
         program.list.selection().setRows({0});
-    // The selection has asked for a repaint, which this lets happen first.
-    QTimer::singleShot(0, &program.window, [&program, file] {
-        const bool saved = program.window.grab().save(file);
-        if (!saved)
-            qCritical("The picture could not be saved: %s", qUtf8Printable(file));
-        QCoreApplication::exit(saved ? 0 : 1);
+    const auto grab = [&program, file] { grabWindow(program, file); };
+    // The selection has asked for a repaint, which happens first; its art is shown when it is decoded.
+    if (program.art.isShown())
+        QObject::connect(program.window.findChild<AlbumArtView*>(), &AlbumArtView::imageChanged, &program.window,
+                         grab);
+    else
+        QTimer::singleShot(0, &program.window, grab);
+}
+
+void connectDesktop(Program& program, DBusApplication& onTheBus)
+{
+    auto* window = &program.window;
+    QObject::connect(&program.loader, &FileLoader::activationWanted, window, &MainWindow::bringToFront);
+    QObject::connect(&program.loader, &FileLoader::frontWanted, window, &MainWindow::bringToFront);
+    QObject::connect(&onTheBus, &DBusApplication::activationWanted, &program.controller, &ViewController::showWindow);
+    QObject::connect(&onTheBus, &DBusApplication::opened, &program.delegate, &AppDelegate::applicationOpenFiles);
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &program.delegate, &AppDelegate::applicationWillTerminate);
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &program.delegate,
+                     &AppDelegate::applicationWillTerminate);
+    QObject::connect(&program.terminationSignals, &TerminationSignals::endWanted, window, [window] {
+        window->close();
+        QCoreApplication::quit();
     });
+}
+
+/// @return whether another process of this user takes the files.
+bool isServedElsewhere(DBusApplication& onTheBus, const Options& options)
+{
+    const bool isOneOfMany = options.screenshot.isEmpty();
+    return isOneOfMany && onTheBus.claim() == DBusApplication::Role::Second
+           && DBusApplication::handOver(options.paths);
 }
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    QApplication application(argc, argv);
+    SessionBus::abandonUnlessItAnswers();
+    const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Sonvika"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SONVIKA_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.sonvika.Sonvika"));
     const Options options = parseOptions(application);
+    DBusApplication onTheBus;
+    if (isServedElsewhere(onTheBus, options))
+        return 0;
 
     TaglibWrapper::recoverInterruptedChanges();
     Program program;
     program.panels.setParentWindow(&program.window);
-    QObject::connect(&program.loader, &FileLoader::activationWanted, &program.window, &MainWindow::bringToFront);
-    QObject::connect(&program.loader, &FileLoader::frontWanted, &program.window, &MainWindow::bringToFront);
-    QObject::connect(&application, &QCoreApplication::aboutToQuit, &program.controller, &ViewController::endEditing);
-    QObject::connect(&application, &QGuiApplication::commitDataRequest, &program.controller,
-                     &ViewController::endEditing);
+    connectDesktop(program, onTheBus);
     followAppearance(program, options.appearance);
-    authoriseNotifications(program);
+    program.delegate.applicationWillFinishLaunching();
     program.window.show();
 
     QTimer::singleShot(0, &program.window, [&] {
-        program.controller.openPaths(options.paths);
+        program.delegate.applicationOpenFiles(options.paths);
         if (!options.screenshot.isEmpty())
             saveScreenshot(program, options.screenshot);
     });

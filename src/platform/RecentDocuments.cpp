@@ -5,6 +5,7 @@
 #include <QDomDocument>
 #include <QFile>
 #include <QFileInfo>
+#include <QMap>
 #include <QMimeDatabase>
 #include <QSaveFile>
 #include <QStandardPaths>
@@ -53,6 +54,19 @@ QDomElement child(QDomElement parent, const QString& name, const QString& attrib
     return element;
 }
 
+const QString programName = QStringLiteral("Sonvika");
+
+/// Whether this program is among those that noted the file.
+bool isOurs(const QDomElement& bookmark)
+{
+    const auto applications = bookmark.elementsByTagName(QStringLiteral("bookmark:application"));
+    for (int i = 0; i < applications.size(); ++i) {
+        if (applications.at(i).toElement().attribute(QStringLiteral("name")) == programName)
+            return true;
+    }
+    return false;
+}
+
 /// Lists the file, or brings its entry up to date; what other programs noted there stays.
 void noteBookmark(QDomElement list, const QString& path, const QString& time)
 {
@@ -68,9 +82,8 @@ void noteBookmark(QDomElement list, const QString& path, const QString& time)
     child(metadata, QStringLiteral("mime:mime-type"))
         .setAttribute(QStringLiteral("type"),
                       QMimeDatabase().mimeTypeForFile(path, QMimeDatabase::MatchExtension).name());
-    QDomElement application =
-        child(child(metadata, QStringLiteral("bookmark:applications")), QStringLiteral("bookmark:application"),
-              QStringLiteral("name"), QStringLiteral("Sonvika"));
+    QDomElement application = child(child(metadata, QStringLiteral("bookmark:applications")),
+                                    QStringLiteral("bookmark:application"), QStringLiteral("name"), programName);
     application.setAttribute(QStringLiteral("exec"), QStringLiteral("'sonvika %u'"));
     application.setAttribute(QStringLiteral("modified"), time);
     const int count = application.attribute(QStringLiteral("count")).toInt();
@@ -89,6 +102,25 @@ void RecentFilesList::noteNewRecentDocument(const QString& path)
     pending_.append(path);
     if (pending_.size() > batchLimit)
         pending_.removeFirst();
+}
+
+QStringList RecentFilesList::recentDocuments() const
+{
+    const QDomElement list = readList(listPath_).documentElement();
+    QMultiMap<QString, QString> byTime;
+    for (auto bookmark = list.firstChildElement(QStringLiteral("bookmark")); !bookmark.isNull();
+         bookmark = bookmark.nextSiblingElement(QStringLiteral("bookmark"))) {
+        const QUrl url(bookmark.attribute(QStringLiteral("href")));
+        if (url.isLocalFile() && isOurs(bookmark))
+            byTime.insert(bookmark.attribute(QStringLiteral("visited")), url.toLocalFile());
+    }
+    QStringList files;
+    for (auto entry = byTime.end(); entry != byTime.begin() && files.size() < listedLimit;) {
+        --entry;
+        if (QFileInfo::exists(*entry))
+            files.append(*entry);
+    }
+    return files;
 }
 
 QString RecentFilesList::defaultListPath()

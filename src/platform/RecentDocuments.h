@@ -9,6 +9,8 @@ class RecentDocuments {
 public:
     virtual ~RecentDocuments() = default;
     virtual void noteNewRecentDocument(const QString& path) = 0;
+    /// The files that this program noted and that are still there, the last one first.
+    virtual QStringList recentDocuments() const = 0;
 };
 
 /// The list that all desktop programs share: `recently-used.xbel` in the XDG data home (freedesktop Desktop Bookmark
@@ -19,10 +21,13 @@ class RecentFilesList : public QObject, public RecentDocuments {
 
 public:
     static constexpr int batchLimit = 20;
+    /// How many recentDocuments gives at most.
+    static constexpr int listedLimit = 10;
 
     explicit RecentFilesList(QString listPath = defaultListPath());
 
     void noteNewRecentDocument(const QString& path) override;
+    QStringList recentDocuments() const override;
 
     static QString defaultListPath();
 

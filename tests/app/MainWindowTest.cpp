@@ -140,7 +140,7 @@ private:
         library_ = std::make_unique<Library>();
         defaults_ = std::make_unique<UserDefaults>(folder_->path(u"settings.ini"_qs));
         window_ = std::make_unique<MainWindow>(library_->controller, library_->list, library_->drops, library_->art,
-                                               library_->artworkDrops, *defaults_);
+                                               library_->artworkDrops, library_->recent, *defaults_);
         window_->show();
         QVERIFY(QTest::qWaitForWindowActive(window_.get()));
     }

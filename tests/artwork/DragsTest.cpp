@@ -23,7 +23,7 @@ private slots:
         folder_ = std::make_unique<ScratchFolder>();
         library_ = std::make_unique<Library>();
         window_ = std::make_unique<MainWindow>(library_->controller, library_->list, library_->drops, library_->art,
-                                               library_->artworkDrops, library_->defaults);
+                                               library_->artworkDrops, library_->recent, library_->defaults);
         for (const auto& fixture : {u"v24.mp3"_qs, u"tagged.m4a"_qs, u"untagged.mp3"_qs})
             QVERIFY(library_->loader.openPath(folder_->copy(fixture)));
         window_->setGeometry(0, 0, 1000, 700);

@@ -31,6 +31,7 @@ struct FakeNotificationService : NotificationService {
 
 struct FakeRecentDocuments : RecentDocuments {
     void noteNewRecentDocument(const QString& path) override { paths.append(path); }
+    QStringList recentDocuments() const override { return paths; }
     QStringList paths;
 };
 

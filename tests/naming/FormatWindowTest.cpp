@@ -29,7 +29,7 @@ private slots:
         folder_ = std::make_unique<ScratchFolder>();
         library_ = std::make_unique<Library>();
         main_ = std::make_unique<MainWindow>(library_->controller, library_->list, library_->drops, library_->art,
-                                             library_->artworkDrops, library_->defaults);
+                                             library_->artworkDrops, library_->recent, library_->defaults);
         main_->show();
         for (const auto& name : {u"1.mp3"_qs, u"2.mp3"_qs, u"3.mp3"_qs})
             QVERIFY(library_->loader.openPath(folder_->copy(u"untagged.mp3"_qs, name)));

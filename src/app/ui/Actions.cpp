@@ -4,29 +4,30 @@
 #include "app/ui/Icons.h"
 #include "artwork/ShownArt.h"
 #include "library/ArrayController.h"
+#include "library/CommandValidation.h"
 
 Actions::Actions(ViewController& controller, ArrayController& list, const ShownArt& art)
     : controller_(controller), list_(list), art_(art)
 {
     using Controller = ViewController;
-    open = make(tr("&Open…"), QKeySequence::Open, &Controller::openDocument);
-    openFolder = make(tr("Open &Folder…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), &Controller::openFolder);
-    showInFinder =
-        make(tr("Sho&w in File Manager"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), &Controller::showInFinder);
-    rename = make(tr("Rena&me…"), QKeySequence(Qt::Key_F2), &Controller::showFormatWindow);
-    remove = makeLocal(tr("&Remove from List"), QKeySequence::Delete, &Controller::removeDocuments);
-    selectAll = make(tr("Select &All"), QKeySequence::SelectAll, &Controller::selectAll);
-    deselectAll = make(tr("&Deselect All"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A), &Controller::deselectAll);
-    find = make(tr("&Find"), QKeySequence::Find, nullptr);
-    numberTracks = make(tr("&Number Tracks"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
-                        &Controller::incrementTrackNumbers);
-    updateImage = make({}, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I), &Controller::updateImage);
-    saveImage = make(tr("&Save Album Art…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), &Controller::saveImage);
-    copyImage = makeLocal(tr("&Copy Album Art"), QKeySequence::Copy, &Controller::copyImage);
-    pasteImage = makeLocal(tr("&Paste Album Art"), QKeySequence::Paste, &Controller::pasteImage);
-    deleteImage = makeLocal(tr("&Delete Album Art"), QKeySequence::Delete, &Controller::deleteImage);
-    removeUnsupportedTags = make(tr("Remove &Unsupported Tags"), {}, &Controller::removeUnsupportedTags);
-    removeAllTags = make(tr("&Remove All Tags"), {}, &Controller::removeAllTags);
+    using namespace CommandValidation;
+    const auto shifted = [](Qt::Key key) { return QKeySequence(Qt::CTRL | Qt::SHIFT | key); };
+    open = make(Untagged, tr("&Open…"), QKeySequence::Open, &Controller::openDocument);
+    openFolder = make(Untagged, tr("Open &Folder…"), shifted(Qt::Key_O), &Controller::openFolder);
+    showInFinder = make(Reveal, tr("Sho&w in File Manager"), shifted(Qt::Key_E), &Controller::showInFinder);
+    rename = make(Rename, tr("Rena&me…"), QKeySequence(Qt::Key_F2), &Controller::showFormatWindow);
+    remove = makeLocal(Remove, tr("&Remove from List"), QKeySequence::Delete, &Controller::removeDocuments);
+    selectAll = make(Anytime, tr("Select &All"), QKeySequence::SelectAll, &Controller::selectAll);
+    deselectAll = make(Anytime, tr("&Deselect All"), shifted(Qt::Key_A), &Controller::deselectAll);
+    find = make(Anytime, tr("&Find"), QKeySequence::Find, nullptr);
+    numberTracks = make(EditTags, tr("&Number Tracks"), shifted(Qt::Key_N), &Controller::incrementTrackNumbers);
+    updateImage = make(UpdateImage, {}, shifted(Qt::Key_I), &Controller::updateImage);
+    saveImage = make(SaveImage, tr("&Save Album Art…"), shifted(Qt::Key_S), &Controller::saveImage);
+    copyImage = makeLocal(SaveImage, tr("&Copy Album Art"), QKeySequence::Copy, &Controller::copyImage);
+    pasteImage = makeLocal(EditTags, tr("&Paste Album Art"), QKeySequence::Paste, &Controller::pasteImage);
+    deleteImage = makeLocal(DeleteImage, tr("&Delete Album Art"), QKeySequence::Delete, &Controller::deleteImage);
+    removeUnsupportedTags = make(Strip, tr("Remove &Unsupported Tags"), {}, &Controller::removeUnsupportedTags);
+    removeAllTags = make(Strip, tr("&Remove All Tags"), {}, &Controller::removeAllTags);
     decorate();
     connect(&list, &ArrayController::countChanged, this, &Actions::update);
     connect(&list.selection(), &ListSelection::changed, this, &Actions::update);
@@ -34,18 +35,19 @@ Actions::Actions(ViewController& controller, ArrayController& list, const ShownA
     update();
 }
 
-QAction* Actions::make(const QString& text, const QKeySequence& shortcut, Command command)
+QAction* Actions::make(int tag, const QString& text, const QKeySequence& shortcut, Command command)
 {
     auto* action = new QAction(text, this);
+    action->setData(tag);
     action->setShortcut(shortcut);
     if (command)
         connect(action, &QAction::triggered, &controller_, command);
     return action;
 }
 
-QAction* Actions::makeLocal(const QString& text, const QKeySequence& shortcut, Command command)
+QAction* Actions::makeLocal(int tag, const QString& text, const QKeySequence& shortcut, Command command)
 {
-    auto* action = make(text, shortcut, command);
+    auto* action = make(tag, text, shortcut, command);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     return action;
 }
@@ -66,16 +68,21 @@ QList<QAction*> Actions::artCommands() const
     return {updateImage, pasteImage, copyImage, saveImage, deleteImage};
 }
 
+QList<QAction*> Actions::rowCommands() const
+{
+    return {rename, showInFinder, nullptr, numberTracks, updateImage, nullptr, remove};
+}
+
 void Actions::update()
 {
-    const bool anySelected = list_.selection().hasSelection();
-    const bool artShown = art_.isShown();
-    for (auto* action : {remove, rename, deselectAll, showInFinder, numberTracks, updateImage, pasteImage,
-                         removeUnsupportedTags, removeAllTags})
-        action->setEnabled(anySelected);
-    for (auto* action : {saveImage, copyImage, deleteImage})
-        action->setEnabled(anySelected && artShown);
-    selectAll->setEnabled(list_.rowCount() > 0);
-    find->setEnabled(!list_.content().empty());
-    updateImage->setText(artShown ? tr("Replace Album Art") : tr("Add Album Art"));
+    CommandValidation::State state;
+    state.anySelected = list_.selection().hasSelection();
+    state.artShown = art_.isShown();
+    for (auto* action : findChildren<QAction*>(QString(), Qt::FindDirectChildrenOnly)) {
+        const int tag = action->data().toInt();
+        action->setEnabled(CommandValidation::validateMenuItem(tag, state));
+        const QString title = CommandValidation::title(tag, state);
+        if (!title.isNull())
+            action->setText(title);
+    }
 }

@@ -34,14 +34,18 @@ public:
     /// The commands on cover art, in the order in which menus show them.
     QList<QAction*> artCommands() const;
 
+    /// The commands on the selected rows, for the list's context menu; null stands for a separator.
+    QList<QAction*> rowCommands() const;
+
+    /// Enables and titles the actions as they apply now.
     void update();
 
 private:
     using Command = void (ViewController::*)();
 
-    QAction* make(const QString& text, const QKeySequence& shortcut, Command command);
+    QAction* make(int tag, const QString& text, const QKeySequence& shortcut, Command command);
     /// An action whose shortcut counts only inside the widget that the action is added to.
-    QAction* makeLocal(const QString& text, const QKeySequence& shortcut, Command command);
+    QAction* makeLocal(int tag, const QString& text, const QKeySequence& shortcut, Command command);
     void decorate();
 
     ViewController& controller_;

@@ -4,6 +4,8 @@
 #include "app/ui/Actions.h"
 #include "app/ui/EmptyListHint.h"
 #include "app/ui/Icons.h"
+#include "app/ui/LightGradientView.h"
+#include "app/ui/MainMenu.h"
 #include "artwork/ui/DropView.h"
 #include "artwork/ui/RowDragImage.h"
 #include "library/ArrayController.h"
@@ -13,11 +15,11 @@
 #include "platform/UserDefaults.h"
 
 #include <QCloseEvent>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
-#include <QMenuBar>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QSplitter>
@@ -31,21 +33,22 @@ namespace {
 
 constexpr QSize initialSize(1100, 700);
 constexpr int editorWidth = 320;
-constexpr int searchWidth = 240;
+constexpr int searchMargin = 6;
 constexpr int statusIndent = 4;
 constexpr int layoutSettlesAfter = 500;
 
 } // namespace
 
 MainWindow::MainWindow(ViewController& controller, ArrayController& list, ListDrops& drops, ShownArt& art,
-                       ArtworkDrops& artworkDrops, UserDefaults& defaults)
+                       ArtworkDrops& artworkDrops, RecentDocuments& recentDocuments, UserDefaults& defaults)
     : controller_(controller), list_(list), defaults_(defaults),
       actions_(std::make_unique<Actions>(controller, list, art))
 {
     setWindowTitle(tr("Sonvika"));
     resize(initialSize);
     buildCentre(drops, art, artworkDrops);
-    buildMenus();
+    new MainMenu(*this, *actions_, *table_, controller, recentDocuments);
+    connect(actions_->find, &QAction::triggered, this, &MainWindow::findInList);
     buildToolBar();
     status_ = new QLabel(this);
     status_->setIndent(statusIndent);
@@ -86,45 +89,6 @@ void MainWindow::closeEvent(QCloseEvent* event)
     event->accept();
 }
 
-void MainWindow::buildMenus()
-{
-    auto* file = menuBar()->addMenu(tr("&File"));
-    file->addActions({actions_->open, actions_->openFolder});
-    file->addSeparator();
-    file->addActions({actions_->rename, actions_->showInFinder, actions_->remove});
-    file->addSeparator();
-    auto* quit = file->addAction(tr("&Quit"), this, &QWidget::close);
-    quit->setShortcut(QKeySequence::Quit);
-    quit->setMenuRole(QAction::QuitRole);
-
-    auto* edit = menuBar()->addMenu(tr("&Edit"));
-    edit->addActions({actions_->selectAll, actions_->deselectAll});
-    edit->addSeparator();
-    edit->addAction(actions_->find);
-    connect(actions_->find, &QAction::triggered, this, &MainWindow::findInList);
-
-    auto* tags = menuBar()->addMenu(tr("&Tags"));
-    tags->addAction(actions_->numberTracks);
-    tags->addSeparator();
-    tags->addActions(actions_->artCommands());
-    tags->addSeparator();
-    tags->addActions({actions_->removeUnsupportedTags, actions_->removeAllTags});
-
-    auto* view = menuBar()->addMenu(tr("&View"));
-    auto* columns = view->addMenu(tr("&Columns"));
-    connect(columns, &QMenu::aboutToShow, this, [this, columns] {
-        columns->clear();
-        table_->addColumnActions(*columns);
-    });
-    auto* notifications = view->addAction(tr("Show &Notifications"));
-    notifications->setCheckable(true);
-    connect(view, &QMenu::aboutToShow, this, [this, notifications] {
-        notifications->setChecked(defaults_.boolForKey(DefaultsKey::showNotifications));
-    });
-    connect(notifications, &QAction::triggered, this,
-            [this](bool on) { defaults_.setBool(DefaultsKey::showNotifications, on); });
-}
-
 void MainWindow::buildToolBar()
 {
     auto* bar = addToolBar(tr("Toolbar"));
@@ -140,15 +104,19 @@ void MainWindow::buildToolBar()
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     bar->addWidget(space);
 
+    paddingView_ = new QWidget(bar);
+    paddingView_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    auto* padding = new QHBoxLayout(paddingView_);
+    padding->setContentsMargins(searchMargin, 0, searchMargin, 0);
     searchField_ = new QLineEdit(bar);
     searchField_->setObjectName(QStringLiteral("searchField"));
     searchField_->setPlaceholderText(tr("Search"));
     searchField_->setAccessibleName(tr("Search"));
     searchField_->setClearButtonEnabled(true);
-    searchField_->setFixedWidth(searchWidth);
     searchField_->addAction(Icons::symbol(QStringLiteral("search")), QLineEdit::LeadingPosition);
     connect(searchField_, &QLineEdit::textChanged, &list_, &ArrayController::setFilterText);
-    bar->addWidget(searchField_);
+    padding->addWidget(searchField_);
+    bar->addWidget(paddingView_);
     addSearchKey(Qt::Key_Escape, [this] {
         searchField_->clear();
         table_->setFocus();
@@ -185,7 +153,12 @@ void MainWindow::buildCentre(ListDrops& drops, ShownArt& art, ArtworkDrops& artw
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->setWidgetResizable(true);
     scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(editor_);
+    scroll->installEventFilter(this);
+    auto* background = new LightGradientView;
+    auto* column = new QVBoxLayout(background);
+    column->setContentsMargins({});
+    column->addWidget(editor_);
+    scroll->setWidget(background);
     scroll->setMinimumWidth(editor_->minimumSizeHint().width());
 
     splitter_ = new QSplitter(this);
@@ -202,6 +175,7 @@ void MainWindow::connectController()
     connect(&controller_, &ViewController::fieldsChanged, editor_, &EditorPane::showSummary);
     connect(&controller_, &ViewController::fieldsChanged, well_, qOverload<>(&QWidget::update));
     connect(&controller_, &ViewController::editingShouldEnd, editor_, &EditorPane::endEditing);
+    connect(&controller_, &ViewController::windowWanted, this, &MainWindow::bringToFront);
     connect(&controller_, &ViewController::editingLocked, this, &MainWindow::lockEditing);
     connect(&controller_, &ViewController::formatWindowWanted, this, &MainWindow::showFormatWindow);
     connect(editor_, &EditorPane::edited, &controller_, &ViewController::applyEdit);
@@ -210,6 +184,21 @@ void MainWindow::connectController()
     connect(table_, &QuickLookTableView::editWanted, editor_, &EditorPane::focusFirstField);
     connect(&list_, &ArrayController::countChanged, this, &MainWindow::updateStatus);
     connect(&list_.selection(), &ListSelection::changed, this, &MainWindow::updateStatus);
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Resize)
+        splitViewDidResizeSubviews();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::splitViewDidResizeSubviews()
+{
+    // The search field stands above the last pane, as wide as that.
+    const QWidget* lastPane = splitter_->widget(splitter_->count() - 1);
+    if (lastPane && paddingView_)
+        paddingView_->setMinimumWidth(lastPane->width());
 }
 
 void MainWindow::lockEditing(bool locked)

@@ -17,6 +17,7 @@ class QLabel;
 class QLineEdit;
 class QSplitter;
 class QuickLookTableView;
+class RecentDocuments;
 class ShownArt;
 class UserDefaults;
 class ViewController;
@@ -27,7 +28,7 @@ class MainWindow : public QMainWindow {
 
 public:
     MainWindow(ViewController& controller, ArrayController& list, ListDrops& drops, ShownArt& art,
-               ArtworkDrops& artworkDrops, UserDefaults& defaults);
+               ArtworkDrops& artworkDrops, RecentDocuments& recentDocuments, UserDefaults& defaults);
     ~MainWindow() override;
 
     /// Makes the window visible and gives it the focus, unless it has it, when the event loop is reached again. Any
@@ -36,9 +37,10 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void buildMenus();
+    void splitViewDidResizeSubviews();
     void buildToolBar();
     void buildCentre(ListDrops& drops, ShownArt& art, ArtworkDrops& artworkDrops);
     void connectController();
@@ -59,6 +61,8 @@ private:
     ArrayController& list_;
     UserDefaults& defaults_;
     std::unique_ptr<Actions> actions_;
+    /// Keeps the toolbar's room above the last pane.
+    QWidget* paddingView_ = nullptr;
     QLineEdit* searchField_ = nullptr;
     QSplitter* splitter_ = nullptr;
     QuickLookTableView* table_ = nullptr;

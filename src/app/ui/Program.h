@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/AppDelegate.h"
 #include "app/NotificationPoster.h"
 #include "app/ViewController.h"
 #include "app/ui/Appearance.h"
@@ -20,6 +21,7 @@
 #include "platform/DBusNotificationService.h"
 #include "platform/DropFolder.h"
 #include "platform/RecentDocuments.h"
+#include "platform/TerminationSignals.h"
 #include "platform/UserDefaults.h"
 #include "platform/ui/FileDialogs.h"
 #include "sandbox/BookmarksManager.h"
@@ -50,7 +52,9 @@ struct Program {
     PermissionManager permissions{openPanel, bookmarks};
     FileRenamer renamer{list, permissions, notifier};
     ViewController controller{list, loader, editor, batch, artwork, art, renamer, panels};
-    MainWindow window{controller, list, drops, art, artworkDrops, defaults};
+    MainWindow window{controller, list, drops, art, artworkDrops, recentDocuments, defaults};
+    AppDelegate delegate{controller, notifier, defaults};
+    TerminationSignals terminationSignals;
     Appearance appearance;
     DBusColourScheme colourScheme;
 };

@@ -1,0 +1,90 @@
+#include "app/ui/MainMenu.h"
+
+#include "app/ViewController.h"
+#include "app/ui/Actions.h"
+#include "library/ui/QuickLookTableView.h"
+#include "platform/RecentDocuments.h"
+
+#include <QFileInfo>
+#include <QMainWindow>
+#include <QMenuBar>
+
+MainMenu::MainMenu(QMainWindow& window, Actions& actions, QuickLookTableView& table, ViewController& controller,
+                   RecentDocuments& recentDocuments)
+    : QObject(&window), window_(window), actions_(actions), table_(table), controller_(controller),
+      recentDocuments_(recentDocuments)
+{
+    buildFile();
+    buildEdit();
+    buildTags();
+    buildView();
+    addContextMenu();
+}
+
+void MainMenu::buildFile()
+{
+    auto* menu = window_.menuBar()->addMenu(tr("&File"));
+    menu->addActions({actions_.open, actions_.openFolder});
+    auto* recent = menu->addMenu(tr("Open Re&cent"));
+    connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecent(*recent); });
+    menu->addSeparator();
+    menu->addActions({actions_.rename, actions_.showInFinder, actions_.remove});
+    menu->addSeparator();
+    auto* quit = menu->addAction(tr("&Quit"), &window_, &QWidget::close);
+    quit->setShortcut(QKeySequence::Quit);
+    quit->setMenuRole(QAction::QuitRole);
+}
+
+void MainMenu::fillRecent(QMenu& menu)
+{
+    menu.clear();
+    for (const auto& path : recentDocuments_.recentDocuments()) {
+        // A mnemonic is not meant by a file's name.
+        const QString name = QFileInfo(path).fileName().replace(QLatin1Char('&'), QLatin1String("&&"));
+        menu.addAction(name, &controller_, [this, path] { controller_.openPath(path); })->setToolTip(path);
+    }
+    if (menu.isEmpty())
+        menu.addAction(tr("No Recent Files"))->setEnabled(false);
+}
+
+void MainMenu::buildEdit()
+{
+    auto* menu = window_.menuBar()->addMenu(tr("&Edit"));
+    menu->addActions({actions_.selectAll, actions_.deselectAll});
+    menu->addSeparator();
+    menu->addAction(actions_.find);
+}
+
+void MainMenu::buildTags()
+{
+    auto* menu = window_.menuBar()->addMenu(tr("&Tags"));
+    menu->addAction(actions_.numberTracks);
+    menu->addSeparator();
+    menu->addActions(actions_.artCommands());
+    menu->addSeparator();
+    menu->addActions({actions_.removeUnsupportedTags, actions_.removeAllTags});
+}
+
+void MainMenu::buildView()
+{
+    auto* columns = window_.menuBar()->addMenu(tr("&View"))->addMenu(tr("&Columns"));
+    connect(columns, &QMenu::aboutToShow, this, [this, columns] {
+        columns->clear();
+        table_.addColumnActions(*columns);
+    });
+}
+
+void MainMenu::addContextMenu()
+{
+    table_.setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(&table_, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
+        QMenu menu;
+        for (auto* action : actions_.rowCommands()) {
+            if (action)
+                menu.addAction(action);
+            else
+                menu.addSeparator();
+        }
+        menu.exec(table_.viewport()->mapToGlobal(position));
+    });
+}
