@@ -6,6 +6,7 @@
 #include "library/BatchCommands.h"
 #include "library/FieldEditor.h"
 #include "library/FileLoader.h"
+#include "library/RowStep.h"
 #include "model/NumberText.h"
 #include "naming/FileRenamer.h"
 #include "platform/FilePanels.h"
@@ -80,12 +81,8 @@ void ViewController::deselectAll()
 
 void ViewController::moveSelection(int step)
 {
-    const QList<int> rows = list_.selection().rows();
-    if (rows.isEmpty())
-        return;
-    const int row = (step < 0 ? rows.first() : rows.last()) + step;
-    if (row >= 0 && row < list_.rowCount())
-        list_.selection().setRows({row});
+    if (const auto row = rowAfterStep(list_.selection().rows(), list_.rowCount(), step))
+        list_.selection().setRows({*row});
 }
 
 void ViewController::applyEdit(const QString& key, const QString& value)

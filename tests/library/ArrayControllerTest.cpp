@@ -167,7 +167,8 @@ private slots:
 
     void movesTheSelectionWithinTheList_data()
     {
-        addRows({"0 | -1 | 0", "3 | 1 | 3", " | 1 | ", "1 2 | -1 | 0", "1 2 | 1 | 3", "0 3 | 1 | 0 3"});
+        addRows({"0 | -1 | 0", "3 | 1 | 3", " | 1 | 0", " | -1 | ", "1 | 1 | 2", "2 | -1 | 1", "1 2 | -1 | 0",
+                 "1 2 | 1 | 3", "0 3 | 1 | 0 3"});
     }
     void movesTheSelectionWithinTheList()
     {

@@ -148,9 +148,15 @@ void QuickLookTableView::clearSortMark()
 
 void QuickLookTableView::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         emit editWanted();
-    else
+        return;
+    }
+    const bool space = event->key() == Qt::Key_Space;
+    if (space && !event->isAutoRepeat())
+        emit quickLookWanted();
+    // Space alone would select the current row as well; with Control it picks single rows, as in any list.
+    if (!space || event->modifiers().testFlag(Qt::ControlModifier))
         QTableView::keyPressEvent(event);
 }
 

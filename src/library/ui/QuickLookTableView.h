@@ -35,6 +35,8 @@ public:
 signals:
     /// Return was pressed on the list.
     void editWanted();
+    /// Space was pressed on the list.
+    void quickLookWanted();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
