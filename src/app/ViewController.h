@@ -63,6 +63,10 @@ public:
 
     /// Wants the main window shown and in front.
     void showWindow() { emit windowWanted(); }
+    /// Wants the preview of the selected file shown, or hidden when it is shown.
+    void openQuickLook() { emit quickLookWanted(); }
+    /// Wants the preview hidden.
+    void closeQuickLook() { emit quickLookUnwanted(); }
     /// Wants the window shown in which the file-name format is edited; nothing without a selection.
     void showFormatWindow();
     /// Renames the selected files (see FileRenamer).
@@ -83,6 +87,8 @@ signals:
     void editingLocked(bool locked);
     void formatWindowWanted();
     void windowWanted();
+    void quickLookWanted();
+    void quickLookUnwanted();
 
 private:
     QByteArray commonArt(const SelectionSummary& summary) const;

@@ -116,6 +116,9 @@ int main(int argc, char* argv[])
     TaglibWrapper::recoverInterruptedChanges();
     Program program;
     program.panels.setParentWindow(&program.window);
+    QObject::connect(&program.previewPanel, &PreviewPanel::shownChanged, &program.preview,
+                     &PreviewController::shownChanged);
+    program.window.attachPreview(program.preview);
     connectDesktop(program, onTheBus);
     followAppearance(program, options.appearance);
     program.delegate.applicationWillFinishLaunching();

@@ -20,6 +20,9 @@ Actions::Actions(ViewController& controller, ArrayController& list, const ShownA
     selectAll = make(Anytime, tr("Select &All"), QKeySequence::SelectAll, &Controller::selectAll);
     deselectAll = make(Anytime, tr("&Deselect All"), shifted(Qt::Key_A), &Controller::deselectAll);
     find = make(Anytime, tr("&Find"), QKeySequence::Find, nullptr);
+    quickLook = make(QuickLook, {}, {}, nullptr);
+    connect(quickLook, &QAction::triggered, &controller,
+            [this] { previewShown_ ? controller_.closeQuickLook() : controller_.openQuickLook(); });
     numberTracks = make(EditTags, tr("&Number Tracks"), shifted(Qt::Key_N), &Controller::incrementTrackNumbers);
     updateImage = make(UpdateImage, {}, shifted(Qt::Key_I), &Controller::updateImage);
     saveImage = make(SaveImage, tr("&Save Album Art…"), shifted(Qt::Key_S), &Controller::saveImage);
@@ -58,6 +61,8 @@ void Actions::decorate()
     open->setToolTip(tr("Add files to the list"));
     rename->setIcon(Icons::symbol(QStringLiteral("rename")));
     rename->setToolTip(tr("Rename the selected files from their tags"));
+    quickLook->setIcon(Icons::symbol(QStringLiteral("preview")));
+    quickLook->setToolTip(tr("Look at the selected file and listen to it"));
     remove->setIconText(tr("Remove"));
     remove->setIcon(Icons::symbol(QStringLiteral("remove")));
     remove->setToolTip(tr("Remove the selected files from the list; the files stay on disk"));
@@ -70,7 +75,13 @@ QList<QAction*> Actions::artCommands() const
 
 QList<QAction*> Actions::rowCommands() const
 {
-    return {rename, showInFinder, nullptr, numberTracks, updateImage, nullptr, remove};
+    return {quickLook, rename, showInFinder, nullptr, numberTracks, updateImage, nullptr, remove};
+}
+
+void Actions::setPreviewShown(bool shown)
+{
+    previewShown_ = shown;
+    update();
 }
 
 void Actions::update()
@@ -78,11 +89,14 @@ void Actions::update()
     CommandValidation::State state;
     state.anySelected = list_.selection().hasSelection();
     state.artShown = art_.isShown();
+    state.previewShown = previewShown_;
     for (auto* action : findChildren<QAction*>(QString(), Qt::FindDirectChildrenOnly)) {
         const int tag = action->data().toInt();
         action->setEnabled(CommandValidation::validateMenuItem(tag, state));
         const QString title = CommandValidation::title(tag, state);
         if (!title.isNull())
             action->setText(title);
+        if (action == quickLook)
+            action->setIconText(tr("Preview"));
     }
 }

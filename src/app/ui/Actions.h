@@ -22,6 +22,7 @@ public:
     QAction* deselectAll;
     /// Not connected: finding is the window's.
     QAction* find;
+    QAction* quickLook;
     QAction* numberTracks;
     QAction* updateImage;
     QAction* saveImage;
@@ -37,6 +38,7 @@ public:
     /// The commands on the selected rows, for the list's context menu; null stands for a separator.
     QList<QAction*> rowCommands() const;
 
+    void setPreviewShown(bool shown);
     /// Enables and titles the actions as they apply now.
     void update();
 
@@ -51,4 +53,5 @@ private:
     ViewController& controller_;
     ArrayController& list_;
     const ShownArt& art_;
+    bool previewShown_ = false;
 };

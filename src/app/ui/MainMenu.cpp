@@ -67,7 +67,9 @@ void MainMenu::buildTags()
 
 void MainMenu::buildView()
 {
-    auto* columns = window_.menuBar()->addMenu(tr("&View"))->addMenu(tr("&Columns"));
+    auto* menu = window_.menuBar()->addMenu(tr("&View"));
+    menu->addAction(actions_.quickLook);
+    auto* columns = menu->addMenu(tr("&Columns"));
     connect(columns, &QMenu::aboutToShow, this, [this, columns] {
         columns->clear();
         table_.addColumnActions(*columns);

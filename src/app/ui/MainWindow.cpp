@@ -1,5 +1,6 @@
 #include "app/ui/MainWindow.h"
 
+#include "app/PreviewController.h"
 #include "app/ViewController.h"
 #include "app/ui/Actions.h"
 #include "app/ui/EmptyListHint.h"
@@ -83,6 +84,7 @@ void MainWindow::comeToFront()
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     closeFormatWindow();
+    controller_.closeQuickLook();
     controller_.endEditing();
     storeLayout();
     controller_.viewDidDisappear();
@@ -100,6 +102,7 @@ void MainWindow::buildToolBar()
     bar->addAction(actions_->open);
     bar->addAction(actions_->remove);
     bar->addAction(actions_->rename);
+    bar->addAction(actions_->quickLook);
     auto* space = new QWidget(bar);
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     bar->addWidget(space);
@@ -182,6 +185,7 @@ void MainWindow::connectController()
     connect(editor_, &EditorPane::compilationClicked, &controller_, &ViewController::updateCompilationState);
     connect(editor_, &EditorPane::rowStepWanted, &controller_, &ViewController::moveSelection);
     connect(table_, &QuickLookTableView::editWanted, editor_, &EditorPane::focusFirstField);
+    connect(table_, &QuickLookTableView::quickLookWanted, &controller_, &ViewController::openQuickLook);
     connect(&list_, &ArrayController::countChanged, this, &MainWindow::updateStatus);
     connect(&list_.selection(), &ListSelection::changed, this, &MainWindow::updateStatus);
 }
@@ -199,6 +203,18 @@ void MainWindow::splitViewDidResizeSubviews()
     const QWidget* lastPane = splitter_->widget(splitter_->count() - 1);
     if (lastPane && paddingView_)
         paddingView_->setMinimumWidth(lastPane->width());
+}
+
+void MainWindow::attachPreview(PreviewController& preview)
+{
+    connect(&controller_, &ViewController::quickLookWanted, &preview, &PreviewController::openQuickLook);
+    connect(&controller_, &ViewController::quickLookUnwanted, &preview, &PreviewController::closeQuickLook);
+    connect(&preview, &PreviewController::shownChanged, actions_.get(), &Actions::setPreviewShown);
+}
+
+QWidget& MainWindow::table()
+{
+    return *table_;
 }
 
 void MainWindow::lockEditing(bool locked)

@@ -13,6 +13,7 @@ class DropView;
 class EditorPane;
 class FileFormatController;
 class ListDrops;
+class PreviewController;
 class QLabel;
 class QLineEdit;
 class QSplitter;
@@ -30,6 +31,11 @@ public:
     MainWindow(ViewController& controller, ArrayController& list, ListDrops& drops, ShownArt& art,
                ArtworkDrops& artworkDrops, RecentDocuments& recentDocuments, UserDefaults& defaults);
     ~MainWindow() override;
+
+    /// Lets the commands show and hide the preview.
+    void attachPreview(PreviewController& preview);
+    /// The list of files.
+    QWidget& table();
 
     /// Makes the window visible and gives it the focus, unless it has it, when the event loop is reached again. Any
     /// number of wishes until then count as one.

@@ -2,9 +2,11 @@
 
 #include "app/AppDelegate.h"
 #include "app/NotificationPoster.h"
+#include "app/PreviewController.h"
 #include "app/ViewController.h"
 #include "app/ui/Appearance.h"
 #include "app/ui/MainWindow.h"
+#include "app/ui/PreviewPanel.h"
 #include "app/ui/ProgramStyle.h"
 #include "artwork/ArtworkCommands.h"
 #include "artwork/ArtworkDrops.h"
@@ -20,6 +22,7 @@
 #include "platform/DBusFileBrowser.h"
 #include "platform/DBusNotificationService.h"
 #include "platform/DropFolder.h"
+#include "platform/QtAudioPlayer.h"
 #include "platform/RecentDocuments.h"
 #include "platform/TerminationSignals.h"
 #include "platform/UserDefaults.h"
@@ -53,6 +56,8 @@ struct Program {
     FileRenamer renamer{list, permissions, notifier};
     ViewController controller{list, loader, editor, batch, artwork, art, renamer, panels};
     MainWindow window{controller, list, drops, art, artworkDrops, recentDocuments, defaults};
+    PreviewPanel previewPanel{QtAudioPlayer::make, &window.table(), &window};
+    PreviewController preview{list, previewPanel};
     AppDelegate delegate{controller, notifier, defaults};
     TerminationSignals terminationSignals;
     Appearance appearance;
