@@ -144,6 +144,8 @@ private slots:
         QCOMPARE(player_->position(), 120'000);
         QTest::keyClick(panel_.get(), Qt::Key_Right);
         QCOMPARE(player_->position(), 125'000);
+        QTest::mouseClick(&slider(), Qt::LeftButton, {}, slider().rect().center());
+        QVERIFY(std::abs(player_->position() - player_->duration() / 2) < 1000);
         for (int i = 0; i < 30; ++i)
             QTest::keyClick(panel_.get(), Qt::Key_Left);
         QCOMPARE(player_->position(), 0);

@@ -4,9 +4,11 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QStackedLayout>
+#include <QStyle>
 #include <QToolButton>
 
 #include <algorithm>
@@ -20,6 +22,23 @@ constexpr int loadDelay = 100;
 constexpr QSize iconSize(20, 20);
 constexpr int controlsPage = 0;
 constexpr int problemPage = 1;
+
+/// A click leads to where it points instead of a page further.
+class PositionSlider : public QSlider {
+public:
+    PositionSlider() : QSlider(Qt::Horizontal) {}
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override
+    {
+        const int handle = style()->pixelMetric(QStyle::PM_SliderLength, nullptr, this);
+        const int x = event->position().toPoint().x() - handle / 2;
+        if (event->button() == Qt::LeftButton)
+            setSliderPosition(QStyle::sliderValueFromPosition(minimum(), maximum(), x, width() - handle,
+                                                              layoutDirection() == Qt::RightToLeft));
+        QSlider::mousePressEvent(event);
+    }
+};
 
 QLabel* makeTimeLabel(const QString& name, Qt::Alignment alignment)
 {
@@ -115,7 +134,7 @@ void PlaybackBar::buildControls()
     total_ = makeTimeLabel(tr("Total time"), Qt::AlignLeft);
     elapsed_->setObjectName(QStringLiteral("elapsedTime"));
     total_->setObjectName(QStringLiteral("totalTime"));
-    slider_ = new QSlider(Qt::Horizontal);
+    slider_ = new PositionSlider;
     slider_->setObjectName(QStringLiteral("position"));
     slider_->setAccessibleName(tr("Position"));
     slider_->setFocusPolicy(Qt::TabFocus);

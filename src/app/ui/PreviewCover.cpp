@@ -4,10 +4,13 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace {
 
 constexpr qreal cornerRadius = 4.0;
 constexpr int paleness = 8;
+constexpr qreal noteOpacity = 0.4;
 
 } // namespace
 
@@ -35,9 +38,10 @@ void PreviewCover::paintEvent(QPaintEvent* event)
     painter.setPen(Qt::NoPen);
     painter.setBrush(pale);
     painter.drawRoundedRect(rect(), cornerRadius, cornerRadius);
-    painter.setOpacity(0.4);
     const int side = std::min(width(), height()) / 3;
     QRect place(0, 0, side, side);
     place.moveCenter(rect().center());
-    Icons::symbol(QStringLiteral("note")).paint(&painter, place);
+    // As a whole: where its parts overlap, they would show through each other.
+    painter.setOpacity(noteOpacity);
+    painter.drawPixmap(place, Icons::symbol(QStringLiteral("note")).pixmap(place.size(), devicePixelRatioF()));
 }

@@ -106,6 +106,7 @@ void PreviewPanel::hideEvent(QHideEvent* event)
     if (event->spontaneous())
         return;
     bar_->close();
+    cover_->setCover({});
     emit shownChanged(false);
 }
 
@@ -148,8 +149,10 @@ PreviewPanel::Detail PreviewPanel::addDetail(QGridLayout& texts, const QString& 
 
 void PreviewPanel::showTexts(const AudioFile& record)
 {
-    title_->setFullText(record.title.simplified().isEmpty() ? record.fileName : record.title);
+    const bool untitled = record.title.simplified().isEmpty();
+    title_->setFullText(untitled ? record.fileName : record.title);
     fileName_->setFullText(record.fileName);
+    fileName_->setVisible(!untitled);
     artist_->setFullText(record.artist);
     album_->setFullText(record.album);
     artist_->setVisible(!record.artist.isEmpty());
