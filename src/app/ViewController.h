@@ -63,6 +63,10 @@ public:
 
     /// Wants the main window shown and in front.
     void showWindow() { emit windowWanted(); }
+    /// Wants the preferences window shown.
+    void showPreferences() { emit preferencesWanted(); }
+    /// Wants it shown on its About pane.
+    void openAbout() { emit aboutWanted(); }
     /// Wants the preview of the selected file shown, or hidden when it is shown.
     void openQuickLook() { emit quickLookWanted(); }
     /// Wants the preview hidden.
@@ -87,6 +91,8 @@ signals:
     void editingLocked(bool locked);
     void formatWindowWanted();
     void windowWanted();
+    void preferencesWanted();
+    void aboutWanted();
     void quickLookWanted();
     void quickLookUnwanted();
 

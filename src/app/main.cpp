@@ -75,6 +75,18 @@ void saveScreenshot(Program& program, const QString& file)
         QTimer::singleShot(0, &program.window, grab);
 }
 
+void connectWindows(Program& program)
+{
+    QObject::connect(&program.previewPanel, &PreviewPanel::shownChanged, &program.preview,
+                     &PreviewController::shownChanged);
+    program.window.attachPreview(program.preview);
+    QObject::connect(&program.controller, &ViewController::preferencesWanted, &program.preferences,
+                     &PreferencesOpener::showPreferences);
+    QObject::connect(&program.controller, &ViewController::aboutWanted, &program.preferences,
+                     &PreferencesOpener::openAbout);
+    QObject::connect(&program.updater, &Updater::updateAvailable, &program.window, &MainWindow::showUpdate);
+}
+
 void connectDesktop(Program& program, DBusApplication& onTheBus)
 {
     auto* window = &program.window;
@@ -116,13 +128,12 @@ int main(int argc, char* argv[])
     TaglibWrapper::recoverInterruptedChanges();
     Program program;
     program.panels.setParentWindow(&program.window);
-    QObject::connect(&program.previewPanel, &PreviewPanel::shownChanged, &program.preview,
-                     &PreviewController::shownChanged);
-    program.window.attachPreview(program.preview);
+    connectWindows(program);
     connectDesktop(program, onTheBus);
     followAppearance(program, options.appearance);
     program.delegate.applicationWillFinishLaunching();
     program.window.show();
+    program.updater.start();
 
     QTimer::singleShot(0, &program.window, [&] {
         program.delegate.applicationOpenFiles(options.paths);

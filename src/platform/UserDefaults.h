@@ -41,6 +41,13 @@ inline const QString showNotifications = QStringLiteral("showNotifications");
 inline const QString fileTypeIndex = QStringLiteral("fileTypeIndex");
 /// The file-name format (see FileNameFormat).
 inline const QString fileFormatTokens = QStringLiteral("fileFormatTokens");
+/// The pane on which the preferences window opens.
+inline const QString selectedTabIndex = QStringLiteral("selectedTabIndex");
+/// What the Updater keeps: two switches, an interval in seconds, and the time of the last check in seconds since 1970.
+inline const QString automaticallyChecksForUpdates = QStringLiteral("automaticallyChecksForUpdates");
+inline const QString automaticallyDownloadsUpdates = QStringLiteral("automaticallyDownloadsUpdates");
+inline const QString updateCheckInterval = QStringLiteral("updateCheckInterval");
+inline const QString lastUpdateCheck = QStringLiteral("lastUpdateCheck");
 /// A map from path to bookmark bytes (see BookmarksManager).
 inline const QString bookmarks = QStringLiteral("Sandbox.BookmarksManager.Bookmarks");
 inline const QString windowGeometry = QStringLiteral("MainWindow.Geometry");

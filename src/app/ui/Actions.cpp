@@ -31,6 +31,11 @@ Actions::Actions(ViewController& controller, ArrayController& list, const ShownA
     deleteImage = makeLocal(DeleteImage, tr("&Delete Album Art"), QKeySequence::Delete, &Controller::deleteImage);
     removeUnsupportedTags = make(Strip, tr("Remove &Unsupported Tags"), {}, &Controller::removeUnsupportedTags);
     removeAllTags = make(Strip, tr("&Remove All Tags"), {}, &Controller::removeAllTags);
+    preferences =
+        make(Untagged, tr("&Preferences…"), QKeySequence(Qt::CTRL | Qt::Key_Comma), &Controller::showPreferences);
+    preferences->setMenuRole(QAction::PreferencesRole);
+    about = make(Untagged, tr("&About Sonvika"), {}, &Controller::openAbout);
+    about->setMenuRole(QAction::AboutRole);
     decorate();
     connect(&list, &ArrayController::countChanged, this, &Actions::update);
     connect(&list.selection(), &ListSelection::changed, this, &Actions::update);

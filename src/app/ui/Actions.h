@@ -31,6 +31,8 @@ public:
     QAction* deleteImage;
     QAction* removeUnsupportedTags;
     QAction* removeAllTags;
+    QAction* preferences;
+    QAction* about;
 
     /// The commands on cover art, in the order in which menus show them.
     QList<QAction*> artCommands() const;

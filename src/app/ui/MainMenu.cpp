@@ -1,10 +1,12 @@
 #include "app/ui/MainMenu.h"
 
+#include "app/Addresses.h"
 #include "app/ViewController.h"
 #include "app/ui/Actions.h"
 #include "library/ui/QuickLookTableView.h"
 #include "platform/RecentDocuments.h"
 
+#include <QDesktopServices>
 #include <QFileInfo>
 #include <QMainWindow>
 #include <QMenuBar>
@@ -18,6 +20,7 @@ MainMenu::MainMenu(QMainWindow& window, Actions& actions, QuickLookTableView& ta
     buildEdit();
     buildTags();
     buildView();
+    buildHelp();
     addContextMenu();
 }
 
@@ -53,6 +56,8 @@ void MainMenu::buildEdit()
     menu->addActions({actions_.selectAll, actions_.deselectAll});
     menu->addSeparator();
     menu->addAction(actions_.find);
+    menu->addSeparator();
+    menu->addAction(actions_.preferences);
 }
 
 void MainMenu::buildTags()
@@ -74,6 +79,15 @@ void MainMenu::buildView()
         columns->clear();
         table_.addColumnActions(*columns);
     });
+}
+
+void MainMenu::buildHelp()
+{
+    auto* menu = window_.menuBar()->addMenu(tr("&Help"));
+    menu->addAction(tr("&Support Page"), this, [] { QDesktopServices::openUrl(Addresses::support()); });
+    menu->addAction(tr("Send &Feedback…"), this, [] { QDesktopServices::openUrl(Addresses::feedback()); });
+    menu->addSeparator();
+    menu->addAction(actions_.about);
 }
 
 void MainMenu::addContextMenu()

@@ -22,6 +22,7 @@ private:
     void buildEdit();
     void buildTags();
     void buildView();
+    void buildHelp();
     void fillRecent(QMenu& menu);
     void addContextMenu();
 

@@ -10,6 +10,7 @@
 #include "artwork/ui/DropView.h"
 #include "artwork/ui/RowDragImage.h"
 #include "library/ArrayController.h"
+#include "library/ui/ArrowCaptureTextField.h"
 #include "library/ui/EditorPane.h"
 #include "library/ui/QuickLookTableView.h"
 #include "naming/ui/FileFormatController.h"
@@ -27,6 +28,7 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
+#include <QUrl>
 
 #include <utility>
 
@@ -111,7 +113,9 @@ void MainWindow::buildToolBar()
     paddingView_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     auto* padding = new QHBoxLayout(paddingView_);
     padding->setContentsMargins(searchMargin, 0, searchMargin, 0);
-    searchField_ = new QLineEdit(bar);
+    auto* searchField = new ArrowCaptureTextField(bar);
+    connect(searchField, &ArrowCaptureTextField::rowStepWanted, &controller_, &ViewController::moveSelection);
+    searchField_ = searchField;
     searchField_->setObjectName(QStringLiteral("searchField"));
     searchField_->setPlaceholderText(tr("Search"));
     searchField_->setAccessibleName(tr("Search"));
@@ -124,7 +128,7 @@ void MainWindow::buildToolBar()
         searchField_->clear();
         table_->setFocus();
     });
-    for (const auto key : {Qt::Key_Down, Qt::Key_Return, Qt::Key_Enter})
+    for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
         addSearchKey(key, [this] { table_->setFocus(); });
 }
 
@@ -210,6 +214,15 @@ void MainWindow::attachPreview(PreviewController& preview)
     connect(&controller_, &ViewController::quickLookWanted, &preview, &PreviewController::openQuickLook);
     connect(&controller_, &ViewController::quickLookUnwanted, &preview, &PreviewController::closeQuickLook);
     connect(&preview, &PreviewController::shownChanged, actions_.get(), &Actions::setPreviewShown);
+}
+
+void MainWindow::showUpdate(const QString& version, const QUrl& page)
+{
+    auto* news = new QLabel(QStringLiteral("<a href=\"%1\">%2</a>")
+                                .arg(page.toString(QUrl::FullyEncoded).toHtmlEscaped(),
+                                     tr("Version %1 is available").arg(version.toHtmlEscaped())));
+    news->setOpenExternalLinks(true);
+    statusBar()->addPermanentWidget(news);
 }
 
 QWidget& MainWindow::table()

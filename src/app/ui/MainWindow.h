@@ -34,6 +34,8 @@ public:
 
     /// Lets the commands show and hide the preview.
     void attachPreview(PreviewController& preview);
+    /// Tells in the status line that there is a newer version, with a link to its page.
+    void showUpdate(const QString& version, const QUrl& page);
     /// The list of files.
     QWidget& table();
 

@@ -3,11 +3,13 @@
 #include "app/AppDelegate.h"
 #include "app/NotificationPoster.h"
 #include "app/PreviewController.h"
+#include "app/Updater.h"
 #include "app/ViewController.h"
 #include "app/ui/Appearance.h"
 #include "app/ui/MainWindow.h"
 #include "app/ui/PreviewPanel.h"
 #include "app/ui/ProgramStyle.h"
+#include "app/ui/preferences/PreferencesOpener.h"
 #include "artwork/ArtworkCommands.h"
 #include "artwork/ArtworkDrops.h"
 #include "artwork/ShownArt.h"
@@ -22,6 +24,7 @@
 #include "platform/DBusFileBrowser.h"
 #include "platform/DBusNotificationService.h"
 #include "platform/DropFolder.h"
+#include "platform/HttpsFeedFetcher.h"
 #include "platform/QtAudioPlayer.h"
 #include "platform/RecentDocuments.h"
 #include "platform/TerminationSignals.h"
@@ -58,6 +61,9 @@ struct Program {
     MainWindow window{controller, list, drops, art, artworkDrops, recentDocuments, defaults};
     PreviewPanel previewPanel{QtAudioPlayer::make, &window.table(), &window};
     PreviewController preview{list, previewPanel};
+    HttpsFeedFetcher feedFetcher;
+    Updater updater{defaults, feedFetcher};
+    PreferencesOpener preferences{defaults, notifier, updater};
     AppDelegate delegate{controller, notifier, defaults};
     TerminationSignals terminationSignals;
     Appearance appearance;

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QGridLayout>
+
+class QLabel;
+
+/// How the panes arrange their controls: labels right-aligned beside the middle, controls to their right, and small
+/// explanations below the controls that they belong to.
+class PaneForm {
+public:
+    explicit PaneForm(QWidget& pane);
+
+    void addRow(const QString& label, QWidget* control);
+    QLabel* addNote(const QString& text);
+
+private:
+    QGridLayout& grid_;
+};

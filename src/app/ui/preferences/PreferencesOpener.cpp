@@ -1,0 +1,28 @@
+#include "app/ui/preferences/PreferencesOpener.h"
+
+#include "app/ui/preferences/PreferencesTabViewController.h"
+#include "platform/UserDefaults.h"
+
+PreferencesOpener::PreferencesOpener(UserDefaults& defaults, NotificationPoster& notifier, Updater& updater)
+    : defaults_(defaults), notifier_(notifier), updater_(updater)
+{
+}
+
+PreferencesOpener::~PreferencesOpener() = default;
+
+void PreferencesOpener::showPreferences()
+{
+    if (!preferenceController_)
+        preferenceController_ = std::make_unique<PreferencesTabViewController>(defaults_, notifier_, updater_);
+    preferenceController_->show();
+    preferenceController_->raise();
+    preferenceController_->activateWindow();
+}
+
+void PreferencesOpener::openAbout()
+{
+    defaults_.setInt(DefaultsKey::selectedTabIndex, PreferencesTabViewController::aboutPane);
+    defaults_.synchronize();
+    showPreferences();
+    preferenceController_->selectPane(PreferencesTabViewController::aboutPane);
+}
