@@ -77,7 +77,7 @@ void saveScreenshot(Program& program, const QString& file)
 
 void connectWindows(Program& program)
 {
-    QObject::connect(&program.previewPanel, &PreviewPanel::shownChanged, &program.preview,
+    QObject::connect(&program.previewPanel, &PreviewOnDemand::shownChanged, &program.preview,
                      &PreviewController::shownChanged);
     program.window.attachPreview(program.preview);
     QObject::connect(&program.controller, &ViewController::preferencesWanted, &program.preferences,

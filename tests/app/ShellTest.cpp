@@ -1,15 +1,22 @@
 #include "app/AppDelegate.h"
 #include "app/NotificationPoster.h"
+#include "app/Updater.h"
 #include "app/ui/LightGradientView.h"
+#include "app/ui/MainWindow.h"
+#include "app/ui/preferences/PreferencesTabViewController.h"
+#include "fakes/FakeFeedFetcher.h"
 #include "fakes/Library.h"
 #include "library/CommandValidation.h"
 #include "platform/SessionBus.h"
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
+#include <QAbstractButton>
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QProcess>
 #include <QTest>
+#include <QTranslator>
 
 #include <csignal>
 #include <cstring>
@@ -33,6 +40,35 @@ int listenSilently(const QByteArray& path)
     const bool listens =
         ::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 && ::listen(socket, 8) == 0;
     return listens ? socket : -1;
+}
+
+/// A language in which every text is half as long again.
+struct LongTexts : QTranslator {
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* source, const char*, int) const override
+    {
+        const QString text = QString::fromUtf8(source);
+        // Numbers and the texts of Qt's own parts stay.
+        if (text == u"0" || QByteArrayView(context).startsWith("Q"))
+            return {};
+        return text + QString(std::max<qsizetype>(2, text.size() / 2), u'~');
+    }
+};
+
+/// The labels and buttons of a window and its dialogs that have less room than their text needs.
+QStringList cutTexts(const QWidget& window)
+{
+    QStringList cut;
+    for (const auto* widget : window.findChildren<QWidget*>()) {
+        const auto* label = qobject_cast<const QLabel*>(widget);
+        const auto* button = qobject_cast<const QAbstractButton*>(widget);
+        const QString text = label ? label->text() : button ? button->text() : QString();
+        const bool wraps = label && label->wordWrap();
+        const int needed = wraps ? widget->heightForWidth(widget->width()) : widget->sizeHint().width();
+        if (!text.isEmpty() && widget->isVisible() && (wraps ? widget->height() : widget->width()) < needed)
+            cut.append(text);
+    }
+    return cut;
 }
 
 } // namespace
@@ -92,6 +128,41 @@ private slots:
         QVERIFY(!delegate.applicationOpenFile(path));
         delegate.applicationOpenFiles({folder.path(u"missing.mp3"_qs), folder.copy(u"tagged.m4a"_qs)});
         QCOMPARE(library.list.rowCount(), 2);
+    }
+
+    void longTranslationsAreNotCut()
+    {
+        LongTexts translator;
+        QVERIFY(QCoreApplication::installTranslator(&translator));
+        {
+            const ScratchFolder folder;
+            Library library;
+            MainWindow window(library.controller, library.list, library.drops, library.art, library.artworkDrops,
+                              library.recent, library.defaults);
+            window.show();
+            QVERIFY(library.loader.openPath(folder.copy(u"v24.mp3"_qs)));
+            library.controller.selectAll();
+            library.controller.showFormatWindow();
+            FakeNotificationService service;
+            NotificationPoster poster(library.defaults, service);
+            FakeFeedFetcher fetcher;
+            Updater updater(library.defaults, fetcher, QUrl());
+            PreferencesTabViewController preferences(library.defaults, poster, updater);
+            preferences.show();
+            for (int pane = 0; pane <= PreferencesTabViewController::aboutPane; ++pane) {
+                preferences.selectPane(pane);
+                QTRY_COMPARE(preferences.selectedPane(), pane);
+                QTest::qWait(0);
+                QCOMPARE(cutTexts(preferences), QStringList());
+            }
+            QCOMPARE(cutTexts(window), QStringList());
+        }
+        QCoreApplication::removeTranslator(&translator);
+        QWidget box;
+        QLabel narrow(u"A text"_qs, &box);
+        narrow.resize(5, narrow.sizeHint().height());
+        box.show();
+        QCOMPARE(cutTexts(box), QStringList{u"A text"_qs});
     }
 
     void gradientShowsOnlyInALightAppearance()

@@ -7,7 +7,7 @@
 #include "app/ViewController.h"
 #include "app/ui/Appearance.h"
 #include "app/ui/MainWindow.h"
-#include "app/ui/PreviewPanel.h"
+#include "app/ui/PreviewOnDemand.h"
 #include "app/ui/ProgramStyle.h"
 #include "app/ui/preferences/PreferencesOpener.h"
 #include "artwork/ArtworkCommands.h"
@@ -59,7 +59,7 @@ struct Program {
     FileRenamer renamer{list, permissions, notifier};
     ViewController controller{list, loader, editor, batch, artwork, art, renamer, panels};
     MainWindow window{controller, list, drops, art, artworkDrops, recentDocuments, defaults};
-    PreviewPanel previewPanel{QtAudioPlayer::make, &window.table(), &window};
+    PreviewOnDemand previewPanel{QtAudioPlayer::make, window.table(), window};
     PreviewController preview{list, previewPanel};
     HttpsFeedFetcher feedFetcher;
     Updater updater{defaults, feedFetcher};
