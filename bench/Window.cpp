@@ -5,6 +5,7 @@
 #include "app/ui/Program.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 
@@ -73,6 +74,28 @@ double selectAllTime(ViewController& controller, Painting& painting)
     return Measure::median(times);
 }
 
+/// The time until a window that a command opens is painted.
+template <class Open>
+double openingTime(Open open)
+{
+    const QWidgetList before = QApplication::topLevelWidgets();
+    return Measure::milliseconds([&] {
+        open();
+        for (auto* window : QApplication::topLevelWidgets()) {
+            if (window->isVisible() && !before.contains(window))
+                Painting(*window).wait();
+        }
+    });
+}
+
+void windows(Program& program)
+{
+    program.list.selection().setRows({0});
+    std::printf("Windows, milliseconds until painted for the first time (aims 100 and 150)\n");
+    std::printf("  %-12s %8.1f\n", "preferences", openingTime([&] { program.preferences.showPreferences(); }));
+    std::printf("  %-12s %8.1f\n\n", "preview", openingTime([&] { program.preview.openQuickLook(); }));
+}
+
 } // namespace
 
 void Parts::list(const Corpus& corpus, int largest)
@@ -94,4 +117,5 @@ void Parts::list(const Corpus& corpus, int largest)
         painting.wait();
     }
     std::printf("\n");
+    windows(program);
 }

@@ -55,7 +55,7 @@ Updater::Updater(UserDefaults& defaults, FeedFetcher& fetcher, const QUrl& feed)
 QUrl Updater::configuredFeed()
 {
     QFile file(QStandardPaths::locate(QStandardPaths::GenericConfigLocation, QStringLiteral("sonvika/update-feed")));
-    if (!file.open(QIODevice::ReadOnly))
+    if (file.fileName().isEmpty() || !file.open(QIODevice::ReadOnly))
         return {};
     return httpsAddress(QString::fromUtf8(file.readLine(maxAddressLength + 2)).trimmed());
 }

@@ -85,6 +85,16 @@ void ViewController::moveSelection(int step)
         list_.selection().setRows({*row});
 }
 
+void ViewController::moveRows(int step)
+{
+    const QList<int> rows = list_.selection().rows();
+    if (rows.isEmpty())
+        return;
+    const int gap = step < 0 ? rows.first() - 1 : rows.last() + 2;
+    if (gap >= 0 && gap <= list_.rowCount())
+        list_.moveRows(rows, gap);
+}
+
 void ViewController::applyEdit(const QString& key, const QString& value)
 {
     editor_.applyEdit(key, value);

@@ -43,6 +43,11 @@ public:
     /// Selects the single row above (-1) or below (1) the selected one; stays where there is none.
     void moveSelection(int step);
 
+    /// Moves the selected rows together up (-1) or down (1) by one row; stays at the ends.
+    void moveRows(int step);
+    void moveRowsUp() { moveRows(-1); }
+    void moveRowsDown() { moveRows(1); }
+
     /// Writes one edited field into every selected file (see FieldEditor).
     void applyEdit(const QString& key, const QString& value);
     /// Writes the compilation flag, "1", "0" or "-1" for mixed, into every selected file.

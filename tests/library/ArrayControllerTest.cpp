@@ -165,6 +165,23 @@ private slots:
         QCOMPARE(library.drops.validateDrop(data, own), operations[expected]);
     }
 
+    // selected rows | step | the list then | selected then
+    void movesRowsByTheKeyboard_data()
+    {
+        addRows({"0 | -1 | a b c d | 0", "3 | 1 | a b c d | 3", "1 | -1 | b a c d | 0", "1 | 1 | a c b d | 2",
+                 "0 2 | 1 | b d a c | 2 3", "1 3 | -1 | b d a c | 0 1", " | 1 | a b c d | "});
+    }
+    void movesRowsByTheKeyboard()
+    {
+        const auto [rows, step, expected, selected] = row<4>();
+        Library library;
+        library.add(u"a b c d"_qs);
+        library.list.selection().setRows(numbers(rows));
+        library.controller.moveRows(step.toInt());
+        QCOMPARE(Library::titles(library.list.content()), expected);
+        QCOMPARE(library.list.selection().rows(), numbers(selected));
+    }
+
     void movesTheSelectionWithinTheList_data()
     {
         addRows({"0 | -1 | 0", "3 | 1 | 3", " | 1 | 0", " | -1 | ", "1 | 1 | 2", "2 | -1 | 1", "1 2 | -1 | 0",

@@ -19,6 +19,8 @@ Actions::Actions(ViewController& controller, ArrayController& list, const ShownA
     remove = makeLocal(Remove, tr("&Remove from List"), QKeySequence::Delete, &Controller::removeDocuments);
     selectAll = make(Anytime, tr("Select &All"), QKeySequence::SelectAll, &Controller::selectAll);
     deselectAll = make(Anytime, tr("&Deselect All"), shifted(Qt::Key_A), &Controller::deselectAll);
+    moveUp = makeLocal(EditTags, tr("Move &Up"), QKeySequence(Qt::ALT | Qt::Key_Up), &Controller::moveRowsUp);
+    moveDown = makeLocal(EditTags, tr("Move Do&wn"), QKeySequence(Qt::ALT | Qt::Key_Down), &Controller::moveRowsDown);
     find = make(Anytime, tr("&Find"), QKeySequence::Find, nullptr);
     quickLook = make(QuickLook, {}, {}, nullptr);
     connect(quickLook, &QAction::triggered, &controller,
@@ -80,7 +82,8 @@ QList<QAction*> Actions::artCommands() const
 
 QList<QAction*> Actions::rowCommands() const
 {
-    return {quickLook, rename, showInFinder, nullptr, numberTracks, updateImage, nullptr, remove};
+    return {quickLook,     rename,  showInFinder, nullptr, numberTracks, updateImage, nullptr, removeUnsupportedTags,
+            removeAllTags, nullptr, remove};
 }
 
 void Actions::setPreviewShown(bool shown)

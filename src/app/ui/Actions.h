@@ -20,6 +20,8 @@ public:
     QAction* remove;
     QAction* selectAll;
     QAction* deselectAll;
+    QAction* moveUp;
+    QAction* moveDown;
     /// Not connected: finding is the window's.
     QAction* find;
     QAction* quickLook;

@@ -3,11 +3,14 @@
 #include "app/Addresses.h"
 #include "app/ViewController.h"
 #include "app/ui/Actions.h"
+#include "library/RecordColumns.h"
 #include "library/ui/QuickLookTableView.h"
 #include "platform/RecentDocuments.h"
 
+#include <QCoreApplication>
 #include <QDesktopServices>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QMainWindow>
 #include <QMenuBar>
 
@@ -20,6 +23,7 @@ MainMenu::MainMenu(QMainWindow& window, Actions& actions, QuickLookTableView& ta
     buildEdit();
     buildTags();
     buildView();
+    buildWindow();
     buildHelp();
     addContextMenu();
 }
@@ -33,7 +37,10 @@ void MainMenu::buildFile()
     menu->addSeparator();
     menu->addActions({actions_.rename, actions_.showInFinder, actions_.remove});
     menu->addSeparator();
-    auto* quit = menu->addAction(tr("&Quit"), &window_, &QWidget::close);
+    auto* quit = menu->addAction(tr("&Quit"), &window_, [this] {
+        window_.close();
+        QCoreApplication::quit();
+    });
     quit->setShortcut(QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
 }
@@ -54,6 +61,8 @@ void MainMenu::buildEdit()
 {
     auto* menu = window_.menuBar()->addMenu(tr("&Edit"));
     menu->addActions({actions_.selectAll, actions_.deselectAll});
+    menu->addSeparator();
+    menu->addActions({actions_.moveUp, actions_.moveDown});
     menu->addSeparator();
     menu->addAction(actions_.find);
     menu->addSeparator();
@@ -79,6 +88,30 @@ void MainMenu::buildView()
         columns->clear();
         table_.addColumnActions(*columns);
     });
+    addSortMenu(*menu->addMenu(tr("&Sort By")));
+}
+
+void MainMenu::addSortMenu(QMenu& menu)
+{
+    for (int column = 0; column < RecordColumns::Count; ++column) {
+        menu.addAction(RecordColumns::heading(column), &table_, [this, column] {
+            const auto* header = table_.horizontalHeader();
+            const bool turns =
+                header->sortIndicatorSection() == column && header->sortIndicatorOrder() == Qt::AscendingOrder;
+            table_.sortByColumn(column, turns ? Qt::DescendingOrder : Qt::AscendingOrder);
+        });
+    }
+}
+
+void MainMenu::buildWindow()
+{
+    auto* menu = window_.menuBar()->addMenu(tr("&Window"));
+    menu->addAction(tr("Mi&nimise"), QKeySequence(Qt::CTRL | Qt::Key_M), &window_, &QWidget::showMinimized);
+    auto* full = menu->addAction(tr("&Full Screen"), QKeySequence(QKeySequence::FullScreen), &window_,
+                                 [this] { window_.setWindowState(window_.windowState() ^ Qt::WindowFullScreen); });
+    full->setMenuRole(QAction::NoRole);
+    menu->addSeparator();
+    menu->addAction(tr("&Bring to Front"), &controller_, &ViewController::showWindow);
 }
 
 void MainMenu::buildHelp()

@@ -22,6 +22,8 @@ private:
     void buildEdit();
     void buildTags();
     void buildView();
+    void addSortMenu(QMenu& menu);
+    void buildWindow();
     void buildHelp();
     void fillRecent(QMenu& menu);
     void addContextMenu();

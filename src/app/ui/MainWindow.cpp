@@ -147,7 +147,7 @@ void MainWindow::buildCentre(ListDrops& drops, ShownArt& art, ArtworkDrops& artw
     connect(hint, &EmptyListHint::openWanted, &controller_, &ViewController::openDocument);
     table_->setEmptyHint(hint);
     table_->setDragImage(RowDragImage::draggingImageComponents);
-    table_->addAction(actions_->remove);
+    table_->addActions({actions_->remove, actions_->moveUp, actions_->moveDown});
 
     well_ = new DropView(artworkDrops, art);
     well_->setObjectName(QStringLiteral("artWell"));
