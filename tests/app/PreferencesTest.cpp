@@ -345,6 +345,16 @@ private slots:
         QVERIFY(!find<QPushButton>(u"twitterButton"_qs).icon().isNull());
     }
 
+    void numbersChooseThePanes()
+    {
+        open();
+        QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+        for (const int pane : {2, 0, 1}) {
+            QTest::keyClick(window_.get(), static_cast<Qt::Key>(Qt::Key_1 + pane), Qt::ControlModifier);
+            QTRY_COMPARE(window_->selectedPane(), pane);
+        }
+    }
+
     void everyPaneHasASymbolAndANameForScreenReaders()
     {
         const QStringList names{u"General"_qs, u"Updates"_qs, u"About"_qs};

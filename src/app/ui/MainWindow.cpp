@@ -78,6 +78,8 @@ void MainWindow::comeToFront()
     if (isActiveWindow())
         return;
     setWindowState(windowState() & ~Qt::WindowMinimized);
+    if (!isVisible())
+        restoreGeometry(defaults_.dataForKey(DefaultsKey::windowGeometry));
     show();
     raise();
     activateWindow();

@@ -101,7 +101,6 @@ QToolButton* PreferencesTabViewController::makeButton(const QString& identifier)
     button->setIconSize(symbolSize);
     button->setMinimumWidth(minButtonWidth);
     button->setFocusPolicy(Qt::StrongFocus);
-    button->setShortcut(QKeySequence(static_cast<int>(Qt::CTRL) | (Qt::Key_1 + index)));
     buttons_->addButton(button, index);
     return button;
 }
@@ -120,7 +119,9 @@ void PreferencesTabViewController::viewWillAppear()
     for (int i = 0; i < panes_.size(); ++i) {
         const QString title = pane(i).windowTitle();
         auto* button = static_cast<QToolButton*>(buttons_->button(i));
+        // A new text takes the shortcut away.
         button->setText(title);
+        button->setShortcut(QKeySequence(static_cast<int>(Qt::CTRL) | (Qt::Key_1 + i)));
         button->setAccessibleName(title);
         button->setIcon(symbolFor(button->objectName()));
     }
