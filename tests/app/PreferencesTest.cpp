@@ -1,4 +1,3 @@
-#include "app/Addresses.h"
 #include "app/NotificationPoster.h"
 #include "app/Updater.h"
 #include "app/ui/preferences/PreferencesTabViewController.h"
@@ -11,10 +10,8 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDesktopServices>
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QPushButton>
 #include <QTextBrowser>
 #include <QToolButton>
 #include <QTranslator>
@@ -34,9 +31,6 @@ struct PaddingTranslator : QTranslator {
 
 class PreferencesTest : public QObject {
     Q_OBJECT
-
-public slots:
-    void noteAddress(const QUrl& address) { addresses_.append(address); }
 
 private slots:
     void init()
@@ -62,19 +56,6 @@ private slots:
         QCOMPARE(formats.currentIndex(), 0);
         QVERIFY(!find<QCheckBox>(u"checkForUpdatesButton"_qs).isChecked());
         QVERIFY(!QFile::exists(settingsPath()));
-    }
-
-    // the stored index | the format that is selected
-    void selectsTheStoredFormat_data() { addRows({"3 | 3", "5 | 0", "-1 | 0", "junk | 0", "4 | 4"}); }
-    void selectsTheStoredFormat()
-    {
-        const auto [stored, selected] = row<2>();
-        open();
-        defaults_->setObject(DefaultsKey::fileTypeIndex, stored);
-        click(u"about"_qs);
-        click(u"general"_qs);
-        QCOMPARE(find<QComboBox>(u"popupButton"_qs).currentIndex(), selected.toInt());
-        QCOMPARE(find<QComboBox>(u"popupButton"_qs).count(), 5);
     }
 
     void storesTheFormatAtOnce()
@@ -180,31 +161,6 @@ private slots:
         }
     }
 
-    void quickSwitchesEndOnTheLast()
-    {
-        open();
-        for (const int index : {1, 2, 0, 2, 1, -1, 3})
-            window_->selectPane(index);
-        QTRY_VERIFY(shownPane());
-        QTest::qWait(150);
-        QCOMPARE(shownPane()->windowTitle(), u"Updates"_qs);
-        QCOMPARE(window_->windowTitle(), u"Updates"_qs);
-        int checked = 0;
-        for (int i = 0; i < 3; ++i)
-            checked += button(i).isChecked() ? 1 : 0;
-        QCOMPARE(checked, 1);
-    }
-
-    void closingInTheMiddleOfASwitchLeavesAWholeWindow()
-    {
-        open();
-        window_->selectPane(2);
-        window_->close();
-        open();
-        QTRY_VERIFY(shownPane());
-        QTRY_COMPARE(shownPane()->mapTo(window_.get(), QPoint(0, shownPane()->height())).y(), window_->height());
-    }
-
     // the translation | the width of the window
     void theLanguageMayWidenTheWindow_data()
     {
@@ -266,22 +222,6 @@ private slots:
         QCOMPARE(onDisk(DefaultsKey::automaticallyDownloadsUpdates), u"true"_qs);
     }
 
-    // the stored interval | what the popup shows
-    void showsTheStoredSettingsOfUpdates_data()
-    {
-        addRows({"86400 | Daily", "604800 | Weekly", "2592000 | Monthly", "0 | Daily", "junk | Daily", "12345 | "});
-    }
-    void showsTheStoredSettingsOfUpdates()
-    {
-        const auto [seconds, title] = row<2>();
-        defaults_->setObject(DefaultsKey::updateCheckInterval, seconds);
-        defaults_->setBool(DefaultsKey::automaticallyChecksForUpdates, true);
-        start();
-        QCOMPARE(find<QComboBox>(u"intervalPopup"_qs).currentText(), title);
-        QVERIFY(find<QCheckBox>(u"checkForUpdatesButton"_qs).isChecked());
-        QCOMPARE(defaults_->objectForKey(DefaultsKey::updateCheckInterval).toString(), seconds);
-    }
-
     void saysThatNothingIsLookedForWithoutAFeed()
     {
         feed_.clear();
@@ -332,19 +272,6 @@ private slots:
         QVERIFY(credits.document()->size().height() <= credits.viewport()->height() || version.isEmpty());
     }
 
-    void opensTheProgramsPages()
-    {
-        open();
-        click(u"about"_qs);
-        addresses_.clear();
-        QDesktopServices::setUrlHandler(u"https"_qs, this, "noteAddress");
-        for (const auto& name : {u"webSiteButton"_qs, u"twitterButton"_qs})
-            find<QPushButton>(name).click();
-        QDesktopServices::unsetUrlHandler(u"https"_qs);
-        QCOMPARE(addresses_, QList<QUrl>({Addresses::webSite(), Addresses::social()}));
-        QVERIFY(!find<QPushButton>(u"twitterButton"_qs).icon().isNull());
-    }
-
     void numbersChooseThePanes()
     {
         open();
@@ -352,18 +279,6 @@ private slots:
         for (const int pane : {2, 0, 1}) {
             QTest::keyClick(window_.get(), static_cast<Qt::Key>(Qt::Key_1 + pane), Qt::ControlModifier);
             QTRY_COMPARE(window_->selectedPane(), pane);
-        }
-    }
-
-    void everyPaneHasASymbolAndANameForScreenReaders()
-    {
-        const QStringList names{u"General"_qs, u"Updates"_qs, u"About"_qs};
-        for (int i = 0; i < 3; ++i) {
-            QCOMPARE(button(i).accessibleName(), names[i]);
-            const QImage image = button(i).icon().pixmap(24, 24).toImage();
-            QImage blank(image.size(), image.format());
-            blank.fill(Qt::transparent);
-            QVERIFY(!image.isNull() && image != blank);
         }
     }
 
@@ -435,7 +350,6 @@ private:
     std::unique_ptr<NotificationPoster> notifier_;
     std::unique_ptr<Updater> updater_;
     std::unique_ptr<PreferencesTabViewController> window_;
-    QList<QUrl> addresses_;
 };
 
 QTEST_MAIN(PreferencesTest)
