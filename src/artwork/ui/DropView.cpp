@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <utility>
 
 namespace {
@@ -64,10 +65,30 @@ QPainterPath pictureSymbol()
     return path;
 }
 
+/// Lies over the art, which may still be fading.
+class Placeholder : public QWidget {
+public:
+    Placeholder(QWidget& well, std::function<void(QPainter&)> paint) : QWidget(&well), paint_(std::move(paint))
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        paint_(painter);
+    }
+
+private:
+    std::function<void(QPainter&)> paint_;
+};
+
 } // namespace
 
 DropView::DropView(ArtworkDrops& drops, ShownArt& art, QWidget* parent)
-    : QWidget(parent), drops_(drops), art_(art), imageView_(new AlbumArtView(this))
+    : QWidget(parent), drops_(drops), art_(art), imageView_(new AlbumArtView(this)),
+      placeholder_(new Placeholder(*this, [this](QPainter& painter) { paintPlaceholder(painter); }))
 {
     setMinimumSize(smallestSide, smallestSide);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
@@ -209,12 +230,13 @@ void DropView::paintEvent(QPaintEvent*)
         option.initFrom(this);
         style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
     }
-    if (!drops_.hasSelection() || imageView_->image().isNull() || canDrag_)
-        paintPlaceholder(painter);
 }
 
 void DropView::paintPlaceholder(QPainter& painter) const
 {
+    if (drops_.hasSelection() && !imageView_->image().isNull() && !canDrag_)
+        return;
+    painter.setRenderHint(QPainter::Antialiasing);
     const qreal scale = qreal(std::min(width(), height())) / designSide;
     painter.translate(width() / 2.0, height() / 2.0);
     painter.scale(scale, -scale);
@@ -230,4 +252,5 @@ void DropView::paintPlaceholder(QPainter& painter) const
 void DropView::resizeEvent(QResizeEvent*)
 {
     imageView_->setGeometry(rect());
+    placeholder_->setGeometry(rect());
 }

@@ -53,6 +53,7 @@ private:
     ArtworkDrops& drops_;
     ShownArt& art_;
     AlbumArtView* imageView_;
+    QWidget* placeholder_;
     bool canDrag_ = false;
     /// Where the mouse was pressed to drag the art out.
     std::optional<QPoint> pressed_;
