@@ -5,6 +5,7 @@
 #include "library/ArrayController.h"
 #include "library/FileFinder.h"
 #include "library/FileLoader.h"
+#include "library/WorkMonitor.h"
 #include "platform/Notifier.h"
 #include "platform/RecentDocuments.h"
 
@@ -56,7 +57,8 @@ double load(const QString& folder)
     CountingNotifier notifier;
     NoRecentDocuments recentDocuments;
     ArrayController list;
-    FileLoader loader(list, notifier, recentDocuments);
+    UnwatchedWork monitor;
+    FileLoader loader(list, notifier, recentDocuments, monitor);
     const double time = Measure::milliseconds([&] { loader.openPath(folder); });
     if (notifier.count > 0)
         std::printf("  %d files were refused\n", notifier.count);

@@ -1,12 +1,17 @@
 #include "app/ui/Program.h"
 #include "artwork/ui/AlbumArtView.h"
 #include "platform/DBusApplication.h"
+#include "platform/PathBytes.h"
 #include "platform/SessionBus.h"
+#include "platform/StandardStreams.h"
 #include "tagengine/TaglibWrapper.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QTimer>
+
+#include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -16,7 +21,7 @@ struct Options {
     QString appearance;
 };
 
-Options parseOptions(const QApplication& application)
+Options parseOptions(const QStringList& arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QCoreApplication::translate("main", "Edits the tags of MP3 and M4A files."));
@@ -34,7 +39,7 @@ Options parseOptions(const QApplication& application)
     parser.addPositionalArgument(QStringLiteral("files"),
                                  QCoreApplication::translate("main", "Files and folders to open."),
                                  QStringLiteral("[file|folder …]"));
-    parser.process(application);
+    parser.process(arguments);
     return {parser.positionalArguments(), parser.value(screenshot), parser.value(appearance)};
 }
 
@@ -116,11 +121,14 @@ bool isServedElsewhere(DBusApplication& onTheBus, const Options& options)
 int main(int argc, char* argv[])
 {
     SessionBus::abandonUnlessItAnswers();
+    QStringList arguments;
+    std::transform(argv, argv + argc, std::back_inserter(arguments), PathBytes::decode);
+    StandardStreams::occupy();
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Sonvika"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SONVIKA_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.sonvika.Sonvika"));
-    const Options options = parseOptions(application);
+    const Options options = parseOptions(arguments);
     DBusApplication onTheBus;
     if (isServedElsewhere(onTheBus, options))
         return 0;

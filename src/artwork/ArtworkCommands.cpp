@@ -7,6 +7,7 @@
 #include "library/ArrayController.h"
 #include "library/Messages.h"
 #include "library/SelectionSummary.h"
+#include "library/WorkMonitor.h"
 #include "model/Picture.h"
 #include "platform/FileBrowser.h"
 #include "platform/FileSystem.h"
@@ -66,8 +67,9 @@ bool write(const QString& path, const QByteArray& bytes)
 } // namespace
 
 ArtworkCommands::ArtworkCommands(ArrayController& list, ShownArt& art, Notifier& notifier, FilePanels& panels,
-                                 FileBrowser& fileBrowser, UserDefaults& defaults)
-    : list_(list), art_(art), notifier_(notifier), panels_(panels), fileBrowser_(fileBrowser), accessory_(defaults)
+                                 FileBrowser& fileBrowser, UserDefaults& defaults, WorkMonitor& monitor)
+    : list_(list), art_(art), notifier_(notifier), panels_(panels), fileBrowser_(fileBrowser), accessory_(defaults),
+      monitor_(monitor)
 {
 }
 
@@ -79,7 +81,7 @@ void ArtworkCommands::updateImage()
         if (ImageFormats::extensions().contains(QFileInfo(path).suffix()))
             setArtFromFile(path);
         else
-            Messages::post(notifier_, Messages::unsupportedFileType());
+            Messages::post(notifier_, {path, Messages::unsupportedFileType(), {}});
     });
 }
 
@@ -89,25 +91,28 @@ void ArtworkCommands::setArtFromFile(const QString& path)
     if (file.error.isEmpty())
         setArt(file.bytes);
     else
-        refuse(file.error);
+        refuse(file.error, path);
 }
 
 void ArtworkCommands::setArt(const QByteArray& bytes)
 {
-    for (const auto& record : list_.selectedObjects()) {
+    WorkLoop::run(monitor_, list_.selectedObjects(), [&](const AudioFilePtr& record) {
         if (TaglibWrapper::setImageData(bytes, record->path, record->fileType))
             art_.put(bytes);
         else
-            Messages::post(notifier_, Messages::unableToSaveAlbumArt());
-    }
+            Messages::post(notifier_,
+                           {record->path, Messages::unableToSaveAlbumArt(), TaglibWrapper::failureReason()});
+    });
 }
 
 void ArtworkCommands::deleteImage()
 {
-    for (const auto& record : list_.selectedObjects()) {
+    WorkLoop::run(monitor_, list_.selectedObjects(), [&](const AudioFilePtr& record) {
         if (TaglibWrapper::setImageData({}, record->path, record->fileType))
             art_.put({});
-    }
+        else
+            notifier_.noteFailure({record->path, Messages::unableToRemoveAlbumArt(), TaglibWrapper::failureReason()});
+    });
 }
 
 void ArtworkCommands::saveImage()
@@ -130,7 +135,7 @@ bool ArtworkCommands::saveArt(const QString& path)
     const auto bytes = ImageFormats::encode(Picture::decode(art_.bytes()), format);
     if (bytes && write(path, *bytes))
         return true;
-    Messages::post(notifier_, Messages::failedToSaveImage(QUrl::fromLocalFile(path).toString()));
+    Messages::post(notifier_, {path, Messages::failedToSaveImage(QUrl::fromLocalFile(path).toString()), {}});
     return false;
 }
 
@@ -170,7 +175,7 @@ void ArtworkCommands::pasteImage(const QMimeData& pasteboard)
         refuse(objection);
 }
 
-void ArtworkCommands::refuse(const QString& reason)
+void ArtworkCommands::refuse(const QString& reason, const QString& path)
 {
-    Messages::post(notifier_, Messages::unableToLoadImage(reason));
+    Messages::post(notifier_, {path, Messages::unableToLoadImage(reason), reason});
 }

@@ -14,6 +14,7 @@ class Notifier;
 class QMimeData;
 class ShownArt;
 class UserDefaults;
+class WorkMonitor;
 
 /// Commands on the cover art of the selected files, and revealing those files.
 ///
@@ -22,7 +23,7 @@ class UserDefaults;
 class ArtworkCommands {
 public:
     ArtworkCommands(ArrayController& list, ShownArt& art, Notifier& notifier, FilePanels& panels,
-                    FileBrowser& fileBrowser, UserDefaults& defaults);
+                    FileBrowser& fileBrowser, UserDefaults& defaults, WorkMonitor& monitor);
 
     /// Lets the user choose an image file, of which the first counts, and sets it as the art of every selected file.
     void updateImage();
@@ -46,7 +47,7 @@ public:
 
 private:
     void setArt(const QByteArray& bytes);
-    void refuse(const QString& reason);
+    void refuse(const QString& reason, const QString& path = {});
 
     ArrayController& list_;
     ShownArt& art_;
@@ -54,4 +55,5 @@ private:
     FilePanels& panels_;
     FileBrowser& fileBrowser_;
     SavePanelAccessoryView accessory_;
+    WorkMonitor& monitor_;
 };

@@ -3,6 +3,7 @@
 #include "library/ArrayController.h"
 #include "library/Messages.h"
 #include "library/TagWriter.h"
+#include "library/WorkMonitor.h"
 #include "model/ImageMeasure.h"
 #include "model/NumberText.h"
 #include "tagengine/TaglibWrapper.h"
@@ -25,50 +26,67 @@ AudioFilePtr emptyRecord(const AudioFile& record)
 
 } // namespace
 
-BatchCommands::BatchCommands(ArrayController& list, TagWriter& writer, Notifier& notifier)
-    : list_(list), writer_(writer), notifier_(notifier)
+BatchCommands::BatchCommands(ArrayController& list, TagWriter& writer, Notifier& notifier, WorkMonitor& monitor)
+    : list_(list), writer_(writer), notifier_(notifier), monitor_(monitor)
 {
 }
 
 void BatchCommands::incrementTrackNumbers()
 {
     int number = 0;
-    for (const auto& record : list_.selectedObjects()) {
+    WorkLoop::run(monitor_, list_.selectedObjects(), [&](const AudioFilePtr& record) {
         const QString trackNumber = numbered(++number, record->trackNumber);
         if (writer_.writeTags(*record, {{QStringLiteral("TRACKNUMBER"), trackNumber}}))
             record->trackNumber = trackNumber;
-    }
+    });
     list_.reloadData();
 }
 
 void BatchCommands::removeUnsupportedTags()
 {
-    for (const auto& record : list_.selectedObjects()) {
-        const auto art = TaglibWrapper::getImageData(record->path, record->fileType);
-        if (art && TaglibWrapper::removeUnsupportedTags(record->path))
-            restoreArt(*art, record->path, record->fileType);
-    }
+    WorkLoop::run(monitor_, list_.selectedObjects(),
+                  [this](const AudioFilePtr& record) { removeUnsupportedTags(*record); });
 }
 
-void BatchCommands::restoreArt(const QByteArray& art, const QString& path, const QString& fileType)
+void BatchCommands::removeUnsupportedTags(const AudioFile& record)
 {
-    if (TaglibWrapper::setImageData(art, path, fileType))
-        emit artWritten(art);
+    const auto art = TaglibWrapper::getImageData(record.path, record.fileType);
+    if (!art)
+        return;
+    if (!TaglibWrapper::removeUnsupportedTags(record.path))
+        noteFailure(record, Messages::unableToRemoveUnsupportedTags());
+    else if (TaglibWrapper::setImageData(*art, record.path, record.fileType))
+        emit artWritten(*art);
     else
-        Messages::post(notifier_, Messages::unableToRestoreAlbumArt());
+        postFailure(record, Messages::unableToRestoreAlbumArt());
 }
 
 void BatchCommands::removeAllTags()
 {
-    for (const int row : list_.selection().rows()) {
-        const AudioFilePtr record = list_.arrangedObjects()[static_cast<std::size_t>(row)];
-        TaglibWrapper::setImageData({}, record->path, record->fileType);
-        if (!TaglibWrapper::removeAllTags(record->path)) {
-            Messages::post(notifier_, Messages::unableToRemoveAllTags());
-            continue;
-        }
-        emit artWritten({});
-        list_.replaceObject(row, emptyRecord(*record));
-    }
+    const QList<int> rows = list_.selection().rows();
+    auto row = rows.begin();
+    WorkLoop::run(monitor_, list_.selectedObjects(),
+                  [&](const AudioFilePtr& record) { removeAllTags(record, *row++); });
     list_.reloadData();
+}
+
+void BatchCommands::removeAllTags(const AudioFilePtr& record, int row)
+{
+    TaglibWrapper::setImageData({}, record->path, record->fileType);
+    if (!TaglibWrapper::removeAllTags(record->path)) {
+        postFailure(*record, Messages::unableToRemoveAllTags());
+        return;
+    }
+    emit artWritten({});
+    list_.replaceObject(row, emptyRecord(*record));
+}
+
+void BatchCommands::noteFailure(const AudioFile& record, const QString& message)
+{
+    notifier_.noteFailure({record.path, message, TaglibWrapper::failureReason()});
+}
+
+void BatchCommands::postFailure(const AudioFile& record, const QString& message)
+{
+    Messages::post(notifier_, {record.path, message, TaglibWrapper::failureReason()});
 }

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "model/AudioFile.h"
+
 #include <QByteArray>
 #include <QObject>
 
 class ArrayController;
 class Notifier;
 class TagWriter;
+class WorkMonitor;
 
 /// Commands that change the tags of all selected files in one go, in list order, one file after another. A failure
 /// stops only the file concerned.
@@ -13,7 +16,7 @@ class BatchCommands : public QObject {
     Q_OBJECT
 
 public:
-    BatchCommands(ArrayController& list, TagWriter& writer, Notifier& notifier);
+    BatchCommands(ArrayController& list, TagWriter& writer, Notifier& notifier, WorkMonitor& monitor);
 
     /// Numbers the selected files 1, 2, 3, …; each keeps its own total. A file that can't be written keeps its number,
     /// and its place in the count.
@@ -30,9 +33,13 @@ signals:
     void artWritten(const QByteArray& bytes);
 
 private:
-    void restoreArt(const QByteArray& art, const QString& path, const QString& fileType);
+    void removeUnsupportedTags(const AudioFile& record);
+    void removeAllTags(const AudioFilePtr& record, int row);
+    void noteFailure(const AudioFile& record, const QString& message);
+    void postFailure(const AudioFile& record, const QString& message);
 
     ArrayController& list_;
     TagWriter& writer_;
     Notifier& notifier_;
+    WorkMonitor& monitor_;
 };

@@ -2,6 +2,7 @@
 
 #include "library/ArrayController.h"
 #include "library/TagWriter.h"
+#include "library/WorkMonitor.h"
 #include "model/NumberText.h"
 
 namespace {
@@ -32,20 +33,31 @@ PropertyMap changesFor(const AudioFile& record, const QString& key, const QStrin
 
 } // namespace
 
-FieldEditor::FieldEditor(ArrayController& list, TagWriter& writer) : list_(list), writer_(writer) {}
+FieldEditor::FieldEditor(ArrayController& list, TagWriter& writer, WorkMonitor& monitor)
+    : list_(list), writer_(writer), monitor_(monitor)
+{
+}
 
-void FieldEditor::applyEdit(const QString& key, const QString& value)
+void FieldEditor::applyEdits(const QList<FieldEdit>& edits)
 {
     const auto records = list_.selectedObjects();
     if (records.empty())
         return;
-    for (const auto& record : records) {
-        const PropertyMap changes = changesFor(*record, key, value);
-        if (!writer_.writeTags(*record, changes))
-            continue;
-        PropertyMap full = record->propertyMap();
-        full.insert(changes);
-        record->setFromPropertyMap(full);
-    }
+    WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) { apply(edits, *record); });
     list_.reloadData();
+}
+
+void FieldEditor::apply(const QList<FieldEdit>& edits, AudioFile& record)
+{
+    AudioFile edited = record;
+    PropertyMap changes;
+    for (const auto& edit : edits) {
+        const PropertyMap more = changesFor(edited, edit.key, edit.value);
+        PropertyMap full = edited.propertyMap();
+        full.insert(more);
+        edited.setFromPropertyMap(full);
+        changes.insert(more);
+    }
+    if (writer_.writeTags(record, changes))
+        record = edited;
 }

@@ -1,9 +1,10 @@
 #include "library/FileFinder.h"
 
 #include "library/TextOrder.h"
+#include "platform/FileSystem.h"
+#include "platform/PathBytes.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -24,53 +25,50 @@ struct Entry {
     QCollatorSortKey key;
 };
 
-void printSkipped(const std::string& path, const std::string& reason)
+QString textOf(const fs::path& path)
 {
-    std::cout << path << ": " << reason << std::endl;
+    return PathBytes::decode(QByteArray::fromStdString(path.string()));
 }
 
 /// The entry when it is a folder or an audio file that may be taken.
-std::optional<Entry> examine(const fs::directory_entry& item, const QCollator& collator)
+std::optional<Entry> examine(const fs::directory_entry& item, const QCollator& collator, const Skipped& skipped)
 {
-    const std::string bytes = item.path().filename().string();
-    if (bytes.starts_with('.'))
+    const QString name = textOf(item.path().filename());
+    if (name.startsWith(QLatin1Char('.')))
         return std::nullopt;
-    const QString name = QString::fromStdString(bytes);
     std::error_code error;
     const auto type = item.symlink_status(error).type();
     const bool wanted =
         type == fs::file_type::directory || (type == fs::file_type::regular && hasSupportedExtension(name));
     if (error)
-        printSkipped(item.path().string(), error.message());
-    else if (wanted && name.toStdString() != bytes)
-        printSkipped(item.path().string(), "the name is not valid UTF-8");
+        skipped(textOf(item.path()), QString::fromStdString(error.message()));
     else if (wanted)
         return Entry{name, type == fs::file_type::directory, collator.sortKey(name)};
     return std::nullopt;
 }
 
-std::vector<Entry> entriesOf(const QString& folder, const QCollator& collator)
+std::vector<Entry> entriesOf(const QString& folder, const QCollator& collator, const Skipped& skipped)
 {
     std::vector<Entry> entries;
     std::error_code error;
-    const fs::path path = QFile::encodeName(folder).toStdString();
+    const fs::path path = PathBytes::encode(folder).toStdString();
     for (fs::directory_iterator item(path, error), end; item != end && !error; item.increment(error)) {
-        if (auto entry = examine(*item, collator))
+        if (auto entry = examine(*item, collator, skipped))
             entries.push_back(*std::move(entry));
     }
     if (error)
-        printSkipped(path.string(), error.message());
+        skipped(textOf(path), QString::fromStdString(error.message()));
     std::sort(entries.begin(), entries.end(),
               [](const Entry& a, const Entry& b) { return a.key.compare(b.key) < 0; });
     return entries;
 }
 
-void collect(const QString& folder, const QCollator& collator, QStringList& files)
+void collect(const QString& folder, const QCollator& collator, const Skipped& skipped, QStringList& files)
 {
     const QString prefix = folder.endsWith(QLatin1Char('/')) ? folder : folder + QLatin1Char('/');
-    for (const auto& entry : entriesOf(folder, collator)) {
+    for (const auto& entry : entriesOf(folder, collator, skipped)) {
         if (entry.isFolder)
-            collect(prefix + entry.name, collator, files);
+            collect(prefix + entry.name, collator, skipped, files);
         else
             files.append(prefix + entry.name);
     }
@@ -92,11 +90,18 @@ bool hasSupportedExtension(const QString& path)
 QStringList audioFiles(const QString& path)
 {
     const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-    QStringList files;
     if (hasSupportedExtension(absolute))
-        files.append(absolute);
-    else if (QFileInfo(absolute).isDir())
-        collect(absolute, TextOrder::collator(), files);
+        return {absolute};
+    const auto print = [](const QString& skipped, const QString& reason) {
+        std::cout << skipped.toStdString() << ": " << reason.toStdString() << std::endl;
+    };
+    return FileSystem::isFolder(absolute) ? audioFilesBelow(absolute, print) : QStringList();
+}
+
+QStringList audioFilesBelow(const QString& folder, const Skipped& skipped)
+{
+    QStringList files;
+    collect(folder, TextOrder::collator(), skipped, files);
     return files;
 }
 

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 /// Picks the audio files out of what a user hands over.
 namespace FileFinder {
 
@@ -16,5 +18,12 @@ bool hasSupportedExtension(const QString& path);
 /// followed. What can't be examined is printed on standard output and skipped.
 /// @return absolute paths; none for a path that is neither.
 QStringList audioFiles(const QString& path);
+
+/// Told what could not be examined, and why.
+using Skipped = std::function<void(const QString& path, const QString& reason)>;
+
+/// The audio files below a folder as audioFiles finds them.
+/// @return paths that begin with @p folder as it was given.
+QStringList audioFilesBelow(const QString& folder, const Skipped& skipped);
 
 } // namespace FileFinder

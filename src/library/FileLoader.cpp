@@ -3,31 +3,29 @@
 #include "library/ArrayController.h"
 #include "library/FileFinder.h"
 #include "library/Messages.h"
+#include "library/WorkMonitor.h"
 #include "platform/RecentDocuments.h"
 #include "tagengine/TaglibWrapper.h"
 
 #include <QMetaObject>
 
-FileLoader::FileLoader(ArrayController& list, Notifier& notifier, RecentDocuments& recentDocuments)
-    : list_(list), notifier_(notifier), recentDocuments_(recentDocuments)
+FileLoader::FileLoader(ArrayController& list, Notifier& notifier, RecentDocuments& recentDocuments,
+                       WorkMonitor& monitor)
+    : list_(list), notifier_(notifier), recentDocuments_(recentDocuments), monitor_(monitor)
 {
 }
 
-bool FileLoader::openPath(const QString& path)
+bool FileLoader::openPaths(const QStringList& paths)
 {
-    QMetaObject::invokeMethod(this, &FileLoader::activationWanted, Qt::QueuedConnection);
+    QStringList files;
+    for (const auto& path : paths) {
+        QMetaObject::invokeMethod(this, &FileLoader::activationWanted, Qt::QueuedConnection);
+        files += FileFinder::audioFiles(path);
+    }
     const ArrayController::AddingBatch batch(list_);
     bool allAdded = true;
-    for (const auto& file : FileFinder::audioFiles(path))
-        allAdded = loadFile(file) && allAdded;
+    WorkLoop::run(monitor_, files, [&](const QString& file) { allAdded = loadFile(file) && allAdded; });
     return allAdded;
-}
-
-void FileLoader::openPaths(const QStringList& paths)
-{
-    const ArrayController::AddingBatch batch(list_);
-    for (const auto& path : paths)
-        openPath(path);
 }
 
 bool FileLoader::loadFile(const QString& path)
@@ -35,19 +33,19 @@ bool FileLoader::loadFile(const QString& path)
     emit frontWanted();
     const auto type = TaglibWrapper::detectFileType(path);
     if (!type || !FileFinder::supportedExtensions().contains(*type))
-        return refuse(Messages::unsupportedFileType());
+        return refuse({path, Messages::unsupportedFileType(), {}});
     if (list_.anyPathContains(path))
-        return refuse(Messages::fileAlreadyOpen());
+        return refuse({path, Messages::fileAlreadyOpen(), {}});
     auto record = AudioFile::fromFile(path);
     if (!record)
-        return refuse(Messages::couldNotOpen(path));
+        return refuse({path, Messages::couldNotOpen(path), TaglibWrapper::failureReason()});
     list_.addObject(std::move(record));
     recentDocuments_.noteNewRecentDocument(path);
     return true;
 }
 
-bool FileLoader::refuse(const QString& message)
+bool FileLoader::refuse(const Failure& failure)
 {
-    Messages::post(notifier_, message);
+    Messages::post(notifier_, failure);
     return false;
 }

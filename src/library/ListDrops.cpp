@@ -6,9 +6,10 @@
 #include "library/Messages.h"
 #include "platform/DropFolder.h"
 #include "platform/DroppedData.h"
+#include "platform/FileSystem.h"
+#include "platform/PathBytes.h"
 
 #include <QDataStream>
-#include <QFileInfo>
 #include <QIODevice>
 #include <QUrl>
 
@@ -39,7 +40,7 @@ std::unique_ptr<QMimeData> ListDrops::rowDragData(const QList<int>& rows) const
     data->setData(rowDragType, bytes);
     QList<QUrl> files;
     for (const int row : rows)
-        files.append(QUrl::fromLocalFile(list_.arrangedObjects()[static_cast<std::size_t>(row)]->path));
+        files.append(PathBytes::toUrl(list_.arrangedObjects()[static_cast<std::size_t>(row)]->path));
     data->setUrls(files);
     return data;
 }
@@ -53,7 +54,7 @@ ListDrops::Operation ListDrops::validateDrop(const QMimeData& data, bool fromThi
     const QStringList files = DroppedData::localFiles(data);
     if (files.isEmpty())
         return DroppedData::offersData(data, audioTypes()) ? Operation::Copy : Operation::None;
-    const bool welcome = FileFinder::hasSupportedExtension(files.first()) || QFileInfo(files.first()).isDir();
+    const bool welcome = FileFinder::hasSupportedExtension(files.first()) || FileSystem::isFolder(files.first());
     return welcome ? Operation::Copy : Operation::None;
 }
 
@@ -79,7 +80,7 @@ void ListDrops::receive(const QMimeData& data)
         if (error.isEmpty())
             loader_.openPath(path);
         else
-            Messages::post(notifier_, Messages::couldNotReceiveAudioFile(error));
+            Messages::post(notifier_, {{}, Messages::couldNotReceiveAudioFile(error), {}});
     });
 }
 

@@ -1,7 +1,5 @@
 #include "library/Messages.h"
 
-#include "platform/Notifier.h"
-
 #include <QCoreApplication>
 
 namespace Messages {
@@ -70,6 +68,16 @@ QString unableToRemoveAllTags()
     return translated(QT_TRANSLATE_NOOP("Messages", "Unable to remove all tags"));
 }
 
+QString unableToRemoveAlbumArt()
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "Unable to remove album art"));
+}
+
+QString unableToRemoveUnsupportedTags()
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "Unable to remove unsupported tags"));
+}
+
 QString couldNotReceiveAudioFile(const QString& error)
 {
     return translated(QT_TRANSLATE_NOOP("Messages", "Couldn't recieve audiofile drop: %@"), error);
@@ -83,9 +91,10 @@ QString couldNotRename(const QString& path, const QString& error)
     return pieces.size() == 3 ? pieces[0] + path + pieces[1] + error + pieces[2] : text;
 }
 
-void post(Notifier& notifier, const QString& body)
+void post(Notifier& notifier, const Failure& failure)
 {
-    notifier.postNotification(translated(QT_TRANSLATE_NOOP("Messages", "Sonvika")), body);
+    notifier.noteFailure(failure);
+    notifier.postNotification(translated(QT_TRANSLATE_NOOP("Messages", "Sonvika")), failure.message);
 }
 
 } // namespace Messages

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
+#include "platform/Notifier.h"
 
-class Notifier;
+#include <QString>
 
 /// What the user is told when something fails. Texts are looked up in the user's language.
 namespace Messages {
@@ -18,9 +18,11 @@ QString unableToRestoreAlbumArt();
 QString failedToSaveImage(const QString& url);
 QString unableToRemoveAllTags();
 QString couldNotReceiveAudioFile(const QString& error);
+QString unableToRemoveAlbumArt();
+QString unableToRemoveUnsupportedTags();
 QString couldNotRename(const QString& path, const QString& error);
 
-/// Posts @p body under the program's name.
-void post(Notifier& notifier, const QString& body);
+/// Notes a failure and posts its message under the program's name.
+void post(Notifier& notifier, const Failure& failure);
 
 } // namespace Messages

@@ -1,5 +1,7 @@
 #include "library/PathIndex.h"
 
+#include "platform/PathBytes.h"
+
 #include <algorithm>
 #include <vector>
 
@@ -23,7 +25,7 @@ QByteArray reversed(QByteArray text)
 
 std::vector<QByteArray> entriesOf(const QString& path)
 {
-    const QByteArray bytes = path.toUtf8();
+    const QByteArray bytes = PathBytes::encode(path);
     std::vector<QByteArray> entries;
     for (auto dot = bytes.indexOf('.'); dot >= 0; dot = bytes.indexOf('.', dot + 1)) {
         const qsizetype end = dot + extensionLength;
@@ -53,7 +55,7 @@ void PathIndex::remove(const QString& path)
 
 bool PathIndex::anyContains(const QString& path) const
 {
-    const QByteArray bytes = path.toUtf8();
+    const QByteArray bytes = PathBytes::encode(path);
     const QByteArray wanted = reversed(bytes);
     if (endsInAudioExtension(bytes)) {
         const auto found = entries_.lower_bound(wanted);

@@ -10,11 +10,11 @@ bool TagWriter::writeTags(const AudioFile& record, const PropertyMap& changes)
 {
     const QString& path = record.path;
     if (!FileSystem::isWritableFile(path) && !FileSystem::setPosixPermissions(path, repairedMode)) {
-        Messages::post(notifier_, Messages::fileNotWritable());
+        Messages::post(notifier_, {path, Messages::fileNotWritable(), {}});
         return false;
     }
     if (TaglibWrapper::setMetadata(path, changes))
         return true;
-    Messages::post(notifier_, Messages::unableToUpdateTags(path));
+    Messages::post(notifier_, {path, Messages::unableToUpdateTags(path), TaglibWrapper::failureReason()});
     return false;
 }

@@ -2,6 +2,7 @@
 
 #include "library/ArrayController.h"
 #include "library/Messages.h"
+#include "library/WorkMonitor.h"
 #include "naming/FileNameFormat.h"
 #include "platform/FileSystem.h"
 #include "sandbox/PermissionManager.h"
@@ -12,23 +13,24 @@
 #include <exception>
 #include <iostream>
 
-FileRenamer::FileRenamer(ArrayController& list, PermissionManager& permissions, Notifier& notifier)
-    : list_(list), permissions_(permissions), notifier_(notifier)
+FileRenamer::FileRenamer(ArrayController& list, PermissionManager& permissions, Notifier& notifier,
+                         WorkMonitor& monitor)
+    : list_(list), permissions_(permissions), notifier_(notifier), monitor_(monitor)
 {
 }
 
 void FileRenamer::renameFiles(const QStringList& format)
 {
-    for (const auto& record : list_.selectedObjects()) {
+    WorkLoop::run(monitor_, list_.selectedObjects(), [&](const AudioFilePtr& record) {
         try {
             rename(record, FileNameFormat::buildFileName(format, *record));
         } catch (const std::exception& error) {
             const QString reason = QString::fromLocal8Bit(error.what());
             std::cout << "couldn't rename file at path: " << record->path.toStdString()
                       << ", with error: " << reason.toStdString() << std::endl;
-            Messages::post(notifier_, Messages::couldNotRename(record->path, reason));
+            Messages::post(notifier_, {record->path, Messages::couldNotRename(record->path, reason), reason});
         }
-    }
+    });
     list_.reloadData();
 }
 

@@ -7,11 +7,12 @@
 class ArrayController;
 class Notifier;
 class PermissionManager;
+class WorkMonitor;
 
 /// Renames the selected files by their tags.
 class FileRenamer {
 public:
-    FileRenamer(ArrayController& list, PermissionManager& permissions, Notifier& notifier);
+    FileRenamer(ArrayController& list, PermissionManager& permissions, Notifier& notifier, WorkMonitor& monitor);
 
     /// Gives every selected file, in list order, the name that the format builds for it (see FileNameFormat). A "/"
     /// in a name leads into a subfolder. No file is ever replaced. A file that can't be renamed keeps its name; the
@@ -27,4 +28,5 @@ private:
     ArrayController& list_;
     PermissionManager& permissions_;
     Notifier& notifier_;
+    WorkMonitor& monitor_;
 };

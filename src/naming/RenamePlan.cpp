@@ -3,9 +3,9 @@
 #include "naming/FileNameFormat.h"
 #include "naming/FileRenamer.h"
 #include "platform/FileSystem.h"
+#include "platform/PathBytes.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QSet>
@@ -32,7 +32,7 @@ struct Folder {
     /// @param fileName that of a file in the folder, by which it is tried whether case counts.
     Folder(const QString& path, const QString& fileName)
     {
-        const QByteArray name = QFile::encodeName(path);
+        const QByteArray name = PathBytes::encode(path);
         exists = ::access(name.constData(), F_OK) == 0;
         isWritable = ::access(name.constData(), W_OK | X_OK) == 0;
         const QString upper = fileName.toUpper();
@@ -47,7 +47,7 @@ struct Folder {
 bool isOnDisk(const QString& path)
 {
     struct stat found {};
-    return ::lstat(QFile::encodeName(path).constData(), &found) == 0;
+    return ::lstat(PathBytes::encode(path).constData(), &found) == 0;
 }
 
 /// Plays the renames through, one after another, on what is on the disk now.
@@ -85,7 +85,7 @@ private:
             return translated(QT_TRANSLATE_NOOP("RenamePlan", "The folder can't be written"));
         if (newName.contains(QChar::Null))
             return translated(QT_TRANSLATE_NOOP("RenamePlan", "A character in it can't be in a name"));
-        if (QFile::encodeName(target.fileName()).size() > folder.longestName)
+        if (PathBytes::encode(target.fileName()).size() > folder.longestName)
             return translated(QT_TRANSLATE_NOOP("RenamePlan", "The name is too long"));
         if (taken_.contains(key(to)))
             return translated(QT_TRANSLATE_NOOP("RenamePlan", "Another selected file gets this name"));

@@ -1,8 +1,8 @@
 #include "platform/Bookmark.h"
 
 #include "platform/FileSystem.h"
+#include "platform/PathBytes.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -24,7 +24,7 @@ const QLatin1String scopeKey("securityScope");
 struct stat examine(const QString& path)
 {
     struct stat found {};
-    if (::stat(QFile::encodeName(path).constData(), &found) != 0)
+    if (::stat(PathBytes::encode(path).constData(), &found) != 0)
         throw Bookmark::Error(std::strerror(errno));
     return found;
 }

@@ -1,5 +1,7 @@
 #include "platform/DBusApplication.h"
 
+#include "platform/PathBytes.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusReply>
@@ -39,7 +41,7 @@ bool DBusApplication::handOver(const QStringList& paths)
 {
     QStringList uris;
     for (const auto& path : paths)
-        uris.append(QString::fromUtf8(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()).toEncoded()));
+        uris.append(QString::fromUtf8(PathBytes::toUrl(QFileInfo(path).absoluteFilePath()).toEncoded()));
     auto message =
         QDBusMessage::createMethodCall(name, objectPath, QStringLiteral("org.freedesktop.Application"),
                                        uris.isEmpty() ? QStringLiteral("Activate") : QStringLiteral("Open"));
@@ -69,7 +71,7 @@ void DBusApplicationAdaptor::Open(const QStringList& uris, const QVariantMap& pl
     for (const auto& uri : uris) {
         const QUrl url(uri);
         if (url.isLocalFile())
-            paths.append(url.toLocalFile());
+            paths.append(PathBytes::fromUrl(url));
     }
     Activate(platformData);
     emit application_.opened(paths);

@@ -1,5 +1,7 @@
 #include "platform/DropFolder.h"
 
+#include "platform/PathBytes.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -15,7 +17,7 @@ constexpr mode_t userOnly = 0700;
 /// Makes a folder of the user's own in the shared temporary folder, where others may have put something in its place.
 bool makeOwnFolder(const QString& path)
 {
-    const QByteArray name = QFile::encodeName(path);
+    const QByteArray name = PathBytes::encode(path);
     ::mkdir(name.constData(), userOnly);
     struct stat found {};
     return ::lstat(name.constData(), &found) == 0 && S_ISDIR(found.st_mode) && found.st_uid == ::getuid()

@@ -1,5 +1,7 @@
 #include "platform/DroppedData.h"
 
+#include "platform/PathBytes.h"
+
 #include <QCoreApplication>
 #include <QMimeDatabase>
 #include <QUrl>
@@ -37,7 +39,7 @@ QStringList DroppedData::localFiles(const QMimeData& data)
     QStringList files;
     for (const auto& url : data.urls()) {
         if (url.isLocalFile())
-            files.append(url.toLocalFile());
+            files.append(PathBytes::fromUrl(url));
     }
     return files;
 }

@@ -1,7 +1,8 @@
 #include "platform/FileSystem.h"
 
+#include "platform/PathBytes.h"
+
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
@@ -87,19 +88,25 @@ int moveWithoutReplacing(const QByteArray& from, const QByteArray& to)
 bool isSameEntry(const QString& path, const QString& otherPath)
 {
     const QFileInfo other(otherPath);
-    return isSameFile(QFile::encodeName(path), QFile::encodeName(otherPath))
-           && isSameFile(QFile::encodeName(QFileInfo(path).path()), QFile::encodeName(other.path()))
+    return isSameFile(PathBytes::encode(path), PathBytes::encode(otherPath))
+           && isSameFile(PathBytes::encode(QFileInfo(path).path()), PathBytes::encode(other.path()))
            && !other.dir().entryList(QDir::AllEntries | QDir::Hidden | QDir::System).contains(other.fileName());
 }
 
 bool isReadableFile(const QString& path)
 {
-    return ::access(QFile::encodeName(path).constData(), R_OK) == 0;
+    return ::access(PathBytes::encode(path).constData(), R_OK) == 0;
+}
+
+bool isFolder(const QString& path)
+{
+    struct stat found {};
+    return ::stat(PathBytes::encode(path).constData(), &found) == 0 && S_ISDIR(found.st_mode);
 }
 
 void checkResourceIsReachable(const QString& path)
 {
-    if (::access(QFile::encodeName(path).constData(), F_OK) != 0)
+    if (::access(PathBytes::encode(path).constData(), F_OK) != 0)
         fail(errno);
 }
 
@@ -109,8 +116,8 @@ void moveItem(const QString& from, const QString& to)
         fail(EINVAL);
     if (from == to)
         return checkResourceIsReachable(from);
-    const QByteArray oldName = QFile::encodeName(from);
-    const QByteArray newName = QFile::encodeName(to);
+    const QByteArray oldName = PathBytes::encode(from);
+    const QByteArray newName = PathBytes::encode(to);
     int error = moveWithoutReplacing(oldName, newName);
     if (error == EEXIST && isSameEntry(from, to))
         error = ::rename(oldName.constData(), newName.constData()) == 0 ? 0 : errno;
@@ -120,19 +127,19 @@ void moveItem(const QString& from, const QString& to)
 
 bool isWritableFile(const QString& path)
 {
-    return ::access(QFile::encodeName(path).constData(), W_OK) == 0;
+    return ::access(PathBytes::encode(path).constData(), W_OK) == 0;
 }
 
 bool setPosixPermissions(const QString& path, unsigned int mode)
 {
-    return ::chmod(QFile::encodeName(path).constData(), mode) == 0;
+    return ::chmod(PathBytes::encode(path).constData(), mode) == 0;
 }
 
 QString asFileName(QString text)
 {
     constexpr int longestName = 240;
     text.replace(QLatin1Char('/'), QLatin1Char('_')).remove(QChar::Null);
-    while (QFile::encodeName(text).size() > longestName)
+    while (PathBytes::encode(text).size() > longestName)
         text.chop(text.back().isLowSurrogate() ? 2 : 1);
     return text;
 }

@@ -10,6 +10,9 @@ bool isWritableFile(const QString& path);
 /// Whether the process may read the file or folder at @p path; false when there is none.
 bool isReadableFile(const QString& path);
 
+/// Whether there is a folder, or a link to one, at @p path.
+bool isFolder(const QString& path);
+
 /// Throws std::system_error, saying why, when nothing can be reached at @p path.
 void checkResourceIsReachable(const QString& path);
 

@@ -1,5 +1,7 @@
 #include "platform/RecentDocuments.h"
 
+#include "platform/PathBytes.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QDomDocument>
@@ -70,7 +72,7 @@ bool isOurs(const QDomElement& bookmark)
 /// Lists the file, or brings its entry up to date; what other programs noted there stays.
 void noteBookmark(QDomElement list, const QString& path, const QString& time)
 {
-    const QString address = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+    const QString address = PathBytes::toUrl(path).toString(QUrl::FullyEncoded);
     QDomElement bookmark = child(list, QStringLiteral("bookmark"), QStringLiteral("href"), address);
     if (!bookmark.hasAttribute(QStringLiteral("added")))
         bookmark.setAttribute(QStringLiteral("added"), time);
@@ -112,7 +114,7 @@ QStringList RecentFilesList::recentDocuments() const
          bookmark = bookmark.nextSiblingElement(QStringLiteral("bookmark"))) {
         const QUrl url(bookmark.attribute(QStringLiteral("href")));
         if (url.isLocalFile() && isOurs(bookmark))
-            byTime.insert(bookmark.attribute(QStringLiteral("visited")), url.toLocalFile());
+            byTime.insert(bookmark.attribute(QStringLiteral("visited")), PathBytes::fromUrl(url));
     }
     QStringList files;
     for (auto entry = byTime.end(); entry != byTime.begin() && files.size() < listedLimit;) {

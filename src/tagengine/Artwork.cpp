@@ -1,4 +1,5 @@
 #include "tagengine/EngineReads.h"
+#include "tagengine/FailureReason.h"
 #include "tagengine/OpenedFile.h"
 #include "tagengine/TagText.h"
 #include "tagengine/TaglibWrapper.h"
@@ -73,6 +74,13 @@ void writePicture(TagLib::MP4::File& file, const QByteArray& bytes)
     tag->setItem(coverItem, covers);
 }
 
+bool refuse()
+{
+    FailureReason::note(
+        QT_TRANSLATE_NOOP("FailureReason", "Cover art is kept in MP3 and M4A files that are named so"));
+    return false;
+}
+
 } // namespace
 
 std::optional<TagLib::ByteVector> EngineReads::picture(const OpenedFile& file, const QString& type)
@@ -95,8 +103,9 @@ std::optional<QByteArray> TaglibWrapper::getImageData(const QString& path, const
 
 bool TaglibWrapper::setImageData(const QByteArray& bytes, const QString& path, const QString& type)
 {
+    FailureReason::clear();
     if (type != mpegType && type != mp4Type)
-        return false;
+        return refuse();
     return OpenedFile::rewrite(path, [&](OpenedFile& opened) {
         auto* mpeg = opened.as<TagLib::MPEG::File>();
         auto* mp4 = opened.as<TagLib::MP4::File>();
@@ -107,7 +116,7 @@ bool TaglibWrapper::setImageData(const QByteArray& bytes, const QString& path, c
         else if (type == mp4Type && mp4 && mp4->tag())
             writePicture(*mp4, bytes);
         else
-            return false;
+            return refuse();
         return true;
     });
 }

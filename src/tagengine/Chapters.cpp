@@ -1,3 +1,4 @@
+#include "tagengine/FailureReason.h"
 #include "tagengine/OpenedFile.h"
 #include "tagengine/TagText.h"
 #include "tagengine/TaglibWrapper.h"
@@ -15,6 +16,8 @@
 namespace {
 
 using ChapterFrame = TagLib::ID3v2::ChapterFrame;
+
+constexpr auto notMpeg = QT_TRANSLATE_NOOP("FailureReason", "Only MP3 files can have chapters");
 
 // The library's own default for the byte offsets; the times alone place a chapter.
 constexpr unsigned int defaultOffset = 0;
@@ -68,8 +71,10 @@ std::optional<QStringList> TaglibWrapper::getChapters(const QString& path)
     if (file.isNull() || !file.tag())
         return std::nullopt;
     auto* mpeg = file.as<TagLib::MPEG::File>();
-    if (!mpeg)
+    if (!mpeg) {
+        FailureReason::note(notMpeg);
         return std::nullopt;
+    }
     QStringList chapters;
     if (const auto* tag = mpeg->ID3v2Tag(false)) {
         for (const auto* frame : tag->frameList("CHAP")) {
@@ -88,10 +93,13 @@ bool TaglibWrapper::setChapters(const QString& path, const QStringList& chapters
         auto* mpeg = file.as<TagLib::MPEG::File>();
         if (!mpeg) {
             TagText::printLine(QStringLiteral("TaglibWrapper.setChapters: Not a MPEG File"));
+            FailureReason::note(notMpeg);
             return false;
         }
-        if (!std::all_of(chapters.begin(), chapters.end(), TagText::isValid))
+        if (!std::all_of(chapters.begin(), chapters.end(), TagText::isValid)) {
+            FailureReason::note(FailureReason::invalidText);
             return false;
+        }
         if (!chapters.isEmpty())
             file.fillId3v2Tag();
         auto* tag = mpeg->ID3v2Tag(true);

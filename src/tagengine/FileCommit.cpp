@@ -1,12 +1,17 @@
 #include "tagengine/FileCommit.h"
 
+#include "tagengine/FailureReason.h"
+
 namespace FileCommit {
 
 CommitResult commit(const FileChange& change)
 {
     removeLeftovers(change.folder());
     const auto otherWay = [&](CommitResult result, auto way) {
-        return result == CommitResult::Impossible ? way(change) : result;
+        if (result != CommitResult::Impossible)
+            return result;
+        FailureReason::clear();
+        return way(change);
     };
     // A file with several names keeps them only when it is changed in place.
     const bool mayReplace = change.identity.links == 1;

@@ -1,3 +1,4 @@
+#include "tagengine/FailureReason.h"
 #include "tagengine/FileCommit.h"
 #include "tagengine/PosixFile.h"
 #include "tagengine/UndoRecord.h"
@@ -75,6 +76,7 @@ bool reserve(const FileChange& change)
 
 CommitResult backOut(const FileChange& change, UndoRecord& record)
 {
+    FailureReason::note(errno);
     if (record.rollBack(change.descriptor))
         record.remove();
     return CommitResult::Failed;
@@ -102,8 +104,10 @@ CommitResult FileCommit::overwrite(const FileChange& change)
     // A patch touches tags only and is over at once; a rewrite moves sound, so the disk must have the record first.
     const auto durability = isPatch ? UndoRecord::Durability::AgainstKill : UndoRecord::Durability::AgainstPowerLoss;
     auto record = UndoRecord::create(change.descriptor, change.identity, change.path, oldRanges, durability);
-    if (!record)
+    if (!record) {
+        FailureReason::note(errno);
         return CommitResult::Impossible;
+    }
     const bool written =
         reserve(change)
         && std::all_of(newRanges.begin(), newRanges.end(),

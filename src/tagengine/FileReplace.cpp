@@ -1,3 +1,4 @@
+#include "tagengine/FailureReason.h"
 #include "tagengine/FileCommit.h"
 #include "tagengine/PosixFile.h"
 
@@ -31,6 +32,7 @@ bool isFinal(int error)
 
 CommitResult resultOf(int error)
 {
+    FailureReason::note(error);
     return isFinal(error) ? CommitResult::Failed : CommitResult::Impossible;
 }
 
@@ -173,8 +175,10 @@ CommitResult FileCommit::replace(const FileChange& change)
     if (!copyOwnership(change.descriptor, sibling.descriptor())
         || !copyAttributes(change.descriptor, sibling.descriptor()))
         return resultOf(errno);
-    if (::fsync(sibling.descriptor()) != 0)
+    if (::fsync(sibling.descriptor()) != 0) {
+        FailureReason::note(errno);
         return CommitResult::Failed;
+    }
     if (!sibling.takePlaceOf(change.path))
         return resultOf(errno);
     syncFolder(folder);

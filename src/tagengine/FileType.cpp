@@ -1,6 +1,8 @@
 #include "tagengine/TaglibWrapper.h"
 
-#include <QFile>
+#include "platform/PathBytes.h"
+#include "tagengine/FailureReason.h"
+
 #include <QFileInfo>
 
 #include <taglib/aifffile.h>
@@ -9,6 +11,7 @@
 #include <taglib/tfilestream.h>
 #include <taglib/wavfile.h>
 
+#include <cerrno>
 #include <iostream>
 
 namespace {
@@ -36,8 +39,10 @@ std::optional<QString> TaglibWrapper::detectFileType(const QString& path)
 
 std::optional<QString> TaglibWrapper::detectStreamType(const QString& path)
 {
-    TagLib::FileStream stream(QFile::encodeName(path).constData());
+    TagLib::FileStream stream(PathBytes::encode(path).constData());
+    FailureReason::clear();
     if (!stream.isOpen()) {
+        FailureReason::note(errno);
         std::cerr << "Unable to open FileStream: " << path.toStdString() << std::endl;
         return std::nullopt;
     }
@@ -45,5 +50,6 @@ std::optional<QString> TaglibWrapper::detectStreamType(const QString& path)
         if (probe.accepts(&stream))
             return QLatin1String(probe.type);
     }
+    FailureReason::note(FailureReason::notSound);
     return std::nullopt;
 }

@@ -1,8 +1,8 @@
 #include "tagengine/OpenedFile.h"
 
+#include "platform/PathBytes.h"
+#include "tagengine/FailureReason.h"
 #include "tagengine/Mp4Offsets.h"
-
-#include <QFile>
 
 #include <taglib/id3v2tag.h>
 #include <taglib/infotag.h>
@@ -12,6 +12,12 @@
 #include <taglib/wavfile.h>
 
 namespace {
+
+SafeFileStream::Outcome refuse(const char* reason)
+{
+    FailureReason::note(reason);
+    return SafeFileStream::Outcome::Failed;
+}
 
 /// A track such as "0/12" or a date that is no number: TagLib's save would put the ID3v1 tag's missing number in its
 /// place, and so drop it.
@@ -24,10 +30,12 @@ bool holdsUnreadNumber(const TagLib::ID3v2::Tag& tag)
 } // namespace
 
 OpenedFile::OpenedFile(const QString& path, SafeFileStream::Mode mode)
-    : stream_(QFile::encodeName(path), mode), ref_(&stream_, true, TagLib::AudioProperties::Average)
+    : stream_(PathBytes::encode(path), mode), ref_(&stream_, true, TagLib::AudioProperties::Average)
 {
     if (stream_.isRefused())
         ref_ = TagLib::FileRef();
+    if (stream_.isOpen() && ref_.isNull())
+        FailureReason::note(FailureReason::notSound);
 }
 
 bool OpenedFile::rewrite(const QString& path, const std::function<bool(OpenedFile&)>& change)
@@ -41,6 +49,8 @@ bool OpenedFile::rewrite(const QString& path, const std::function<bool(OpenedFil
             return false;
         outcome = file.save();
     }
+    if (outcome == Outcome::Stale)
+        FailureReason::note(FailureReason::inUse);
     return outcome == Outcome::Saved;
 }
 
@@ -58,11 +68,15 @@ SafeFileStream::Outcome OpenedFile::save()
     // A tag in front of it, or taken out of its middle, would destroy an MP4 that only passes for an MPEG file.
     const bool isDisguisedMp4 = as<TagLib::MPEG::File>() && TagLib::MP4::File::isSupported(&stream_);
     const bool hasBrokenTables = as<TagLib::MP4::File>() && !Mp4Offsets::fitTheirTables(stream_);
-    if (isDisguisedMp4 || hasBrokenTables || !saveTags())
+    if (isDisguisedMp4)
+        return refuse(QT_TRANSLATE_NOOP("FailureReason", "The file is named like MP3, but holds MP4"));
+    if (hasBrokenTables)
+        return refuse(FailureReason::damaged);
+    if (!saveTags())
         return SafeFileStream::Outcome::Failed;
     // An MP4 with a damaged structure may come out of a save as one that no longer opens.
     if (as<TagLib::MP4::File>() && !TagLib::MP4::File(&stream_, false).isValid())
-        return SafeFileStream::Outcome::Failed;
+        return refuse(FailureReason::damaged);
     return stream_.commit();
 }
 

@@ -1,4 +1,5 @@
 #include "tagengine/EngineReads.h"
+#include "tagengine/FailureReason.h"
 #include "tagengine/OpenedFile.h"
 #include "tagengine/TagText.h"
 #include "tagengine/TaglibWrapper.h"
@@ -130,8 +131,10 @@ void printOpenError(const QString& path)
 
 std::optional<PropertyMap> EngineReads::metadata(const OpenedFile& file)
 {
-    if (!file.tag())
+    if (!file.tag()) {
+        FailureReason::note(FailureReason::noTag);
         return std::nullopt;
+    }
     PropertyMap map;
     for (const auto& field : textFields)
         map[QLatin1String(field.key)] = readText(file, field);
@@ -167,10 +170,13 @@ bool TaglibWrapper::setMetadata(const QString& path, const PropertyMap& changes)
         }
         if (!file.tag()) {
             TagText::printLine(QStringLiteral("Unable to create tag"));
+            FailureReason::note(FailureReason::noTag);
             return false;
         }
-        if (!std::all_of(changes.begin(), changes.end(), TagText::isValid))
+        if (!std::all_of(changes.begin(), changes.end(), TagText::isValid)) {
+            FailureReason::note(FailureReason::invalidText);
             return false;
+        }
         if (!changes.isEmpty())
             file.fillId3v2Tag();
         for (auto entry = changes.begin(); entry != changes.end(); ++entry)
@@ -245,6 +251,11 @@ bool TaglibWrapper::writeComment(const QString& path, const QString& comment)
         file.tag()->setComment(TagText::toTagLib(comment));
         return true;
     });
+}
+
+QString TaglibWrapper::failureReason()
+{
+    return FailureReason::text();
 }
 
 void TaglibWrapper::recoverInterruptedChanges()

@@ -1,9 +1,11 @@
 #include "tagengine/SafeFileStream.h"
 
+#include "tagengine/FailureReason.h"
 #include "tagengine/FileCommit.h"
 #include "tagengine/UndoRecord.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -25,13 +27,18 @@ QByteArray resolved(const QByteArray& path)
 SafeFileStream::SafeFileStream(QByteArray path, Mode mode)
     : path_(std::move(path)), target_(mode == Mode::ReadWrite ? resolved(path_) : path_), reader_(-1), content_(0)
 {
-    if (!UndoRecord::recover(target_))
+    FailureReason::clear();
+    if (!UndoRecord::recover(target_)) {
+        FailureReason::note(
+            QT_TRANSLATE_NOOP("FailureReason", "An interrupted change of the file could not be taken back"));
         return;
+    }
     open(mode);
     if (!isOpen())
         return;
     identity_ = FileIdentity::ofDescriptor(file_.get());
     if (!identity_.isRegular) {
+        FailureReason::note(QT_TRANSLATE_NOOP("FailureReason", "This is no file"));
         lock_.reset();
         file_.close();
         return;
@@ -45,6 +52,8 @@ void SafeFileStream::open(Mode mode)
     if (mode == Mode::ReadWrite && openForWriting())
         return;
     file_ = FileDescriptor(::open(target_.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file_.isOpen())
+        FailureReason::note(errno);
 }
 
 bool SafeFileStream::openForWriting()
@@ -54,8 +63,10 @@ bool SafeFileStream::openForWriting()
     for (int attempt = 0; attempt < attempts; ++attempt) {
         lock_.reset();
         file_ = FileDescriptor(::open(target_.constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
-        if (!file_.isOpen())
+        if (!file_.isOpen()) {
+            FailureReason::note(errno);
             return false;
+        }
         lock_.emplace(file_.get());
         const FileIdentity current = FileIdentity::ofPath(target_.constData());
         // That program may also have been killed in the middle of its change.
@@ -73,6 +84,7 @@ bool SafeFileStream::openForWriting()
             break;
     }
     lock_.reset();
+    FailureReason::note(FailureReason::inUse);
     return false;
 }
 

@@ -93,6 +93,10 @@ public:
     /// @return true when the file was saved.
     static bool setChapters(const QString& path, const QStringList& chapters);
 
+    /// Why the last operation of this thread failed, in the user's language: in the system's words where it was the
+    /// system that refused. Empty when nothing more is known. Only to be asked after a failure.
+    static QString failureReason();
+
     /// Text from TagLib's wide-character form, which may hold UTF-32 code points or UTF-16 code units.
     /// @return none when it is neither (a lone surrogate, a value beyond U+10FFFF).
     static std::optional<QString> stringFromWchar(const std::wstring& wide);

@@ -1,5 +1,6 @@
 #include "tagengine/UndoRecord.h"
 
+#include "platform/PathBytes.h"
 #include "tagengine/FileLock.h"
 
 #include <QDataStream>
@@ -36,7 +37,7 @@ QString recordFolder()
 QByteArray recordPathFor(const FileIdentity& identity)
 {
     const QString name = QStringLiteral("/%1-%2.undo").arg(identity.device, 0, 16).arg(identity.inode, 0, 16);
-    return QFile::encodeName(recordFolder() + name);
+    return PathBytes::encode(recordFolder() + name);
 }
 
 /// A running checksum over what passes through it.
@@ -172,7 +173,7 @@ void UndoRecord::recoverAll()
 {
     const QFileInfoList records = QDir(recordFolder()).entryInfoList({QStringLiteral("*.undo")}, QDir::Files);
     for (const auto& record : records)
-        recoverBy(QFile::encodeName(record.filePath()));
+        recoverBy(PathBytes::encode(record.filePath()));
 }
 
 /// @param path that the file has now, where it is known: it may have been renamed since.
@@ -204,7 +205,7 @@ bool UndoRecord::recoverFile(const QByteArray& path)
     const FileDescriptor file(::open(path.constData(), O_RDWR | O_CLOEXEC));
     if (!file.isOpen()) {
         // A file that is gone needs no record; one whose folder is gone may be on a volume that comes back.
-        const QFileInfo info(QFile::decodeName(path));
+        const QFileInfo info(PathBytes::decode(path));
         const bool isGone = errno == ENOENT && info.dir().exists();
         return isGone && remove();
     }

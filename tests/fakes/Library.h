@@ -11,6 +11,7 @@
 #include "library/FileLoader.h"
 #include "library/ListDrops.h"
 #include "library/TagWriter.h"
+#include "library/WorkMonitor.h"
 #include "naming/FileRenamer.h"
 #include "platform/DropFolder.h"
 #include "platform/UserDefaults.h"
@@ -28,20 +29,21 @@ struct Library {
     FakeFileBrowser fileBrowser;
     QTemporaryDir settings;
     UserDefaults defaults{settings.filePath(QStringLiteral("settings.ini"))};
+    UnwatchedWork monitor;
     ArrayController list;
-    FileLoader loader{list, notifier, recent};
+    FileLoader loader{list, notifier, recent, monitor};
     TagWriter writer{notifier};
-    FieldEditor editor{list, writer};
-    BatchCommands batch{list, writer, notifier};
+    FieldEditor editor{list, writer, monitor};
+    BatchCommands batch{list, writer, notifier, monitor};
     DropFolder dropFolder;
     ListDrops drops{list, loader, dropFolder, notifier};
     ShownArt art;
-    ArtworkCommands artwork{list, art, notifier, panels, fileBrowser, defaults};
+    ArtworkCommands artwork{list, art, notifier, panels, fileBrowser, defaults, monitor};
     ArtworkDrops artworkDrops{list, artwork, art, dropFolder, defaults};
     BookmarksManager bookmarks{defaults};
     OpenPanelManager openPanel{panels};
     PermissionManager permissions{openPanel, bookmarks};
-    FileRenamer renamer{list, permissions, notifier};
+    FileRenamer renamer{list, permissions, notifier, monitor};
     ViewController controller{list, loader, editor, batch, artwork, art, renamer, panels};
 
     /// Adds records without files, named by their titles.

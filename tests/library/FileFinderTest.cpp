@@ -1,4 +1,5 @@
 #include "library/FileFinder.h"
+#include "platform/PathBytes.h"
 #include "support/ConsoleCapture.h"
 #include "support/ScratchFolder.h"
 
@@ -33,21 +34,23 @@ private slots:
         QCOMPARE(FileFinder::audioFiles(folder.path(u"b//../x.mp3/"_qs)), QStringList{folder.path(u"x.mp3"_qs)});
     }
 
-    void printsAndSkipsWhatItCannotExamine()
+    void takesNamesOfAnyBytesAndSkipsWhatItCannotExamine()
     {
         namespace fs = std::filesystem;
         const ScratchFolder folder;
         const QString good = make(folder, u"good.mp3"_qs);
-        const std::string bad = folder.path(u"bad"_qs).toStdString() + "\xff.mp3";
-        fs::copy_file(good.toStdString(), bad);
+        const std::string odd = folder.path(u"odd"_qs).toStdString() + "\xff\xc3\xa9\xc3.mp3";
+        fs::copy_file(good.toStdString(), odd);
         const fs::path locked = QFileInfo(make(folder, u"locked/lost.txt"_qs)).path().toStdString();
         fs::permissions(locked, fs::perms::none);
         const ConsoleCapture console(std::cout);
         const QStringList files = FileFinder::audioFiles(folder.path(u"."_qs));
         fs::permissions(locked, fs::perms::owner_all);
-        fs::remove(bad);
-        QCOMPARE(files, QStringList{good});
-        QCOMPARE(console.text().count(u"bad"), 1);
+        fs::remove(odd);
+        QCOMPARE(files.size(), 2);
+        QCOMPARE(files[0], good);
+        QCOMPARE(PathBytes::encode(files[1]), QByteArray::fromStdString(odd));
+        QVERIFY(PathBytes::isPlain(files[0]) && !PathBytes::isPlain(files[1]));
         QCOMPARE(console.text().contains(u"locked: "), ::geteuid() != 0);
     }
 

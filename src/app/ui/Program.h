@@ -19,6 +19,7 @@
 #include "library/FileLoader.h"
 #include "library/ListDrops.h"
 #include "library/TagWriter.h"
+#include "library/WorkMonitor.h"
 #include "naming/FileRenamer.h"
 #include "platform/DBusColourScheme.h"
 #include "platform/DBusFileBrowser.h"
@@ -44,19 +45,20 @@ struct Program {
     FileDialogs panels;
     DBusFileBrowser fileBrowser;
     DropFolder dropFolder;
+    UnwatchedWork monitor;
     ArrayController list;
-    FileLoader loader{list, notifier, recentDocuments};
+    FileLoader loader{list, notifier, recentDocuments, monitor};
     TagWriter writer{notifier};
-    FieldEditor editor{list, writer};
-    BatchCommands batch{list, writer, notifier};
+    FieldEditor editor{list, writer, monitor};
+    BatchCommands batch{list, writer, notifier, monitor};
     ListDrops drops{list, loader, dropFolder, notifier};
     ShownArt art;
-    ArtworkCommands artwork{list, art, notifier, panels, fileBrowser, defaults};
+    ArtworkCommands artwork{list, art, notifier, panels, fileBrowser, defaults, monitor};
     ArtworkDrops artworkDrops{list, artwork, art, dropFolder, defaults};
     BookmarksManager bookmarks{defaults};
     OpenPanelManager openPanel{panels};
     PermissionManager permissions{openPanel, bookmarks};
-    FileRenamer renamer{list, permissions, notifier};
+    FileRenamer renamer{list, permissions, notifier, monitor};
     ViewController controller{list, loader, editor, batch, artwork, art, renamer, panels};
     MainWindow window{controller, list, drops, art, artworkDrops, recentDocuments, defaults};
     PreviewOnDemand previewPanel{QtAudioPlayer::make, window.table(), window};
