@@ -1,6 +1,7 @@
 #include "artwork/ArtworkCommands.h"
 
 #include "artwork/FilePromiseProvider.h"
+#include "artwork/ImageFile.h"
 #include "artwork/ImageFormats.h"
 #include "artwork/PictureSource.h"
 #include "artwork/ShownArt.h"
@@ -15,53 +16,13 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QUrl>
 
 namespace {
 
-constexpr qint64 mebibyte = 1024 * 1024;
-constexpr qint64 largestPicture = 64 * mebibyte;
-
 QString translated(const char* text)
 {
     return QCoreApplication::translate("ArtworkCommands", text);
-}
-
-/// Why the bytes can't be stored as art; empty when they can.
-QString objectionTo(const QByteArray& bytes)
-{
-    if (bytes.size() > largestPicture)
-        return translated(QT_TRANSLATE_NOOP("ArtworkCommands", "The picture is larger than 64 MB"));
-    if (Picture::size(bytes).isEmpty())
-        return translated(QT_TRANSLATE_NOOP("ArtworkCommands", "There is no picture in a known format"));
-    return {};
-}
-
-struct ImageFile {
-    QByteArray bytes;
-    QString error;
-};
-
-ImageFile readImageFile(const QString& path)
-{
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile())
-        return {{}, translated(QT_TRANSLATE_NOOP("ArtworkCommands", "This is no file"))};
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {{}, file.errorString()};
-    const QByteArray bytes = file.read(largestPicture + 1);
-    if (file.error() != QFile::NoError)
-        return {{}, file.errorString()};
-    return {bytes, objectionTo(bytes)};
-}
-
-bool write(const QString& path, const QByteArray& bytes)
-{
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
 }
 
 } // namespace
@@ -87,7 +48,7 @@ void ArtworkCommands::updateImage()
 
 void ArtworkCommands::setArtFromFile(const QString& path)
 {
-    const ImageFile file = readImageFile(path);
+    const ImageFile file = ImageFile::read(path);
     if (file.error.isEmpty())
         setArt(file.bytes);
     else
@@ -133,9 +94,10 @@ bool ArtworkCommands::saveArt(const QString& path)
     if (!art_.isShown())
         return false;
     const auto bytes = ImageFormats::encode(Picture::decode(art_.bytes()), format);
-    if (bytes && write(path, *bytes))
+    const QString error = bytes ? ImageFile::write(path, *bytes) : QString();
+    if (bytes && error.isEmpty())
         return true;
-    Messages::post(notifier_, {path, Messages::failedToSaveImage(QUrl::fromLocalFile(path).toString()), {}});
+    Messages::post(notifier_, {path, Messages::failedToSaveImage(QUrl::fromLocalFile(path).toString()), error});
     return false;
 }
 
@@ -168,7 +130,7 @@ void ArtworkCommands::pasteImage(const QMimeData& pasteboard)
     const auto data = PictureSource::readData(pasteboard);
     if (!data)
         return;
-    const QString objection = objectionTo(data->bytes);
+    const QString objection = ImageFile::objectionTo(data->bytes);
     if (objection.isEmpty())
         setArt(data->bytes);
     else

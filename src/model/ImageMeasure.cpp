@@ -1,6 +1,6 @@
 #include "model/ImageMeasure.h"
 
-#include "model/Picture.h"
+#include "model/PictureHeader.h"
 
 #include <xxhash.h>
 

@@ -5,39 +5,14 @@
 #include <QImageReader>
 
 #include <algorithm>
-#include <array>
 
 namespace {
-
-struct Format {
-    const char* name;
-    const char* mimeType;
-    /// The bytes at offset 0, and those at offset 8.
-    QByteArrayView start;
-    QByteArrayView atEight;
-};
-
-constexpr std::array formats{
-    Format{"jpeg", "image/jpeg", "\xff\xd8\xff", ""}, Format{"png", "image/png", "\x89PNG\r\n\x1a\n", ""},
-    Format{"gif", "image/gif", "GIF8", ""},           Format{"bmp", "image/bmp", "BM", ""},
-    Format{"tiff", "image/tiff", {"II*\0", 4}, ""},   Format{"tiff", "image/tiff", {"MM\0*", 4}, ""},
-    Format{"webp", "image/webp", "RIFF", "WEBP"},
-};
 
 constexpr qint64 mostPixels = 128'000'000;
 constexpr qint64 mostMemory = 240'000'000;
 constexpr int mostMegabytesAtOnce = 256;
 constexpr qsizetype mostScans = 100;
 constexpr int bytesPerPixel = 4;
-
-const Format* formatOf(const QByteArray& bytes)
-{
-    for (const auto& format : formats) {
-        if (bytes.startsWith(format.start) && bytes.mid(8, format.atEight.size()) == format.atEight)
-            return &format;
-    }
-    return nullptr;
-}
 
 /// What a JPEG file (ITU T.81) says about itself before and between its scans.
 class JpegStructure {
@@ -125,14 +100,14 @@ class Reader {
 public:
     explicit Reader(const QByteArray& bytes)
     {
-        const Format* format = formatOf(bytes);
-        if (!format)
+        const QByteArray format = Picture::format(bytes);
+        if (format.isEmpty())
             return;
         buffer_.setData(bytes);
         buffer_.open(QIODevice::ReadOnly);
         reader_.setDevice(&buffer_);
         reader_.setAutoDetectImageFormat(false);
-        reader_.setFormat(format->name);
+        reader_.setFormat(format);
         reader_.setAutoTransform(true);
     }
     QSize size() { return reader_.device() ? reader_.size() : QSize(); }
@@ -154,39 +129,12 @@ QSize fitted(const QSize& stored, QSize within, QImageIOHandler::Transformations
 
 } // namespace
 
-const QStringList& Picture::mimeTypes()
-{
-    static const QStringList types = [] {
-        QStringList names;
-        for (const auto& format : formats)
-            names.append(QLatin1String(format.mimeType));
-        names.removeDuplicates();
-        return names;
-    }();
-    return types;
-}
-
-QByteArray Picture::format(const QByteArray& bytes)
-{
-    const Format* format = formatOf(bytes);
-    return format ? QByteArray(format->name) : QByteArray();
-}
-
-QSize Picture::size(const QByteArray& bytes)
-{
-    // Qt would read a GIF to its end.
-    constexpr int gifHeader = 10;
-    const auto byte = [&](qsizetype at) { return static_cast<unsigned char>(bytes[at]); };
-    if (format(bytes) == "gif" && bytes.size() > gifHeader)
-        return {byte(6) + 256 * byte(7), byte(8) + 256 * byte(9)};
-    return Reader(bytes).size();
-}
-
 QImage Picture::decode(const QByteArray& bytes, const QSize& within)
 {
     QImageReader::setAllocationLimit(mostMegabytesAtOnce);
     Reader reader(bytes);
-    const QSize stored = size(bytes);
+    // Qt would read a GIF to its end.
+    const QSize stored = format(bytes) == "gif" ? size(bytes) : reader.size();
     if (stored.isEmpty() || isTooCostly(bytes, format(bytes), stored, !within.isEmpty()))
         return {};
     if (!within.isEmpty()) {

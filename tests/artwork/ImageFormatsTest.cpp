@@ -7,6 +7,8 @@
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
+#include <QBuffer>
+#include <QImageWriter>
 #include <QLinearGradient>
 #include <QPainter>
 
@@ -206,6 +208,28 @@ private slots:
         for (const auto& [bytes, format] : others) {
             QCOMPARE(Picture::format(bytes), format);
             QVERIFY(Picture::size(bytes).isEmpty() && Picture::decode(bytes).isNull());
+        }
+    }
+
+    void readsTheSizeFromTheHeader_data() { addRows({"jpeg", "png", "gif", "bmp", "tiff", "webp 100", "webp 50"}); }
+    void readsTheSizeFromTheHeader()
+    {
+        const auto [format] = row<1>();
+        QImage image(37, 21, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        QByteArray bytes = ImageFormats::encode(image, 3).value();
+        if (format != u"gif") {
+            QBuffer buffer(&bytes);
+            QVERIFY(buffer.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            QImageWriter writer(&buffer, format.section(u' ', 0, 0).toLatin1());
+            writer.setQuality(format.section(u' ', 1).toInt());
+            QVERIFY2(writer.write(image), qPrintable(writer.errorString()));
+        }
+        QCOMPARE(Picture::format(bytes), format.section(u' ', 0, 0).toLatin1());
+        QCOMPARE(Picture::size(bytes), image.size());
+        for (qsizetype length = 0; length < bytes.size(); ++length) {
+            const QSize size = Picture::size(QByteArray(bytes.constData(), length));
+            QVERIFY2(size.isEmpty() || size == image.size(), qPrintable(QString::number(length)));
         }
     }
 

@@ -1,0 +1,185 @@
+#include "cli/FileReport.h"
+
+#include "cli/Printable.h"
+#include "model/PictureHeader.h"
+#include "platform/PathBytes.h"
+#include "tagengine/TaglibWrapper.h"
+
+#include <QCryptographicHash>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLocale>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace {
+
+struct Label {
+    const char* key;
+    const char* text;
+};
+
+/// The keys that are shown first, in this order. TRACK only repeats a part of TRACKNUMBER.
+constexpr std::array labels{
+    Label{"TITLE", "Title"},       Label{"ARTIST", "Artist"},
+    Label{"ALBUM", "Album"},       Label{"ALBUMARTIST", "Album artist"},
+    Label{"TRACKNUMBER", "Track"}, Label{"DISCNUMBER", "Disc"},
+    Label{"YEAR", "Year"},         Label{"GENRE", "Genre"},
+    Label{"COMMENT", "Comment"},   Label{"COMPILATION", "Compilation"},
+    Label{"TRACK", nullptr},
+};
+
+using Row = std::pair<QString, QString>;
+
+bool isLabelled(const QString& key)
+{
+    return std::any_of(labels.begin(), labels.end(),
+                       [&](const Label& label) { return key == QLatin1String(label.key); });
+}
+
+void appendTags(const PropertyMap& tags, std::vector<Row>& rows)
+{
+    for (const auto& [key, text] : labels) {
+        const QString value = tags.value(QLatin1String(key));
+        const bool isAbsentYear = value == QLatin1String("0") && QLatin1String(key) == QLatin1String("YEAR");
+        if (text && !value.isEmpty() && !isAbsentYear)
+            rows.emplace_back(QLatin1String(text), value);
+    }
+    for (auto tag = tags.begin(); tag != tags.end(); ++tag) {
+        if (!isLabelled(tag.key()) && !tag.value().isEmpty())
+            rows.emplace_back(tag.key(), tag.value());
+    }
+}
+
+QString textOf(const FileReport::Art& art)
+{
+    const QString size = QLocale::c().formattedDataSize(art.size, 1, QLocale::DataSizeSIFormat);
+    if (art.format.isEmpty())
+        return QStringLiteral("no known picture, ") + size;
+    return QStringLiteral("%1, %2 × %3 pixels, %4")
+        .arg(QString::fromLatin1(art.format.toUpper()))
+        .arg(art.pixels.width())
+        .arg(art.pixels.height())
+        .arg(size);
+}
+
+QString textOf(const Chapter& chapter)
+{
+    constexpr qint64 second = 1000;
+    constexpr qint64 minute = 60 * second;
+    constexpr qint64 hour = 60 * minute;
+    const qint64 ms = chapter.startMs;
+    return QStringLiteral("%1:%2:%3.%4  %5")
+        .arg(ms / hour)
+        .arg(ms % hour / minute, 2, 10, QLatin1Char('0'))
+        .arg(ms % minute / second, 2, 10, QLatin1Char('0'))
+        .arg(ms % second, 3, 10, QLatin1Char('0'))
+        .arg(chapter.title);
+}
+
+std::vector<Row> rowsOf(const FileReport& report)
+{
+    std::vector<Row> rows{{QStringLiteral("Type"), report.type}};
+    appendTags(report.tags, rows);
+    if (report.art)
+        rows.emplace_back(QStringLiteral("Cover art"), textOf(*report.art));
+    for (const auto& chapter : report.chapters.value_or(QList<Chapter>()))
+        rows.emplace_back(QStringLiteral("Chapter"), textOf(chapter));
+    return rows;
+}
+
+std::optional<QList<Chapter>> readChapters(const QString& path)
+{
+    const auto texts = TaglibWrapper::getChapters(path);
+    if (!texts)
+        return std::nullopt;
+    QList<Chapter> chapters;
+    for (const auto& text : *texts)
+        chapters.append(Chapter::fromText(text));
+    return chapters;
+}
+
+QJsonObject artObject(const FileReport::Art& art)
+{
+    const auto known = [&](const QJsonValue& value) { return art.format.isEmpty() ? QJsonValue() : value; };
+    return {{QStringLiteral("bytes"), art.size},
+            {QStringLiteral("sha256"), QString::fromLatin1(art.sha256)},
+            {QStringLiteral("width"), known(art.pixels.width())},
+            {QStringLiteral("height"), known(art.pixels.height())},
+            {QStringLiteral("format"), known(QString::fromLatin1(art.format))}};
+}
+
+} // namespace
+
+Chapter Chapter::fromText(const QString& text)
+{
+    const auto at = text.lastIndexOf(QLatin1Char('@'));
+    // The engine gives times beyond 24 days as negative numbers.
+    return {text.first(at), static_cast<quint32>(text.sliced(at + 1).toInt())};
+}
+
+std::optional<FileReport> FileReport::read(const QString& path)
+{
+    FileReport report;
+    report.path = path;
+    report.type = TaglibWrapper::detectFileType(path).value_or(QString());
+    const auto tags = TaglibWrapper::readTrack(path, report.type, [&](const QByteArray& bytes) {
+        const QSize pixels = Picture::size(bytes);
+        report.art = {bytes.size(), QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex(),
+                      pixels.isEmpty() ? QByteArray() : Picture::format(bytes), pixels};
+    });
+    if (!tags)
+        return std::nullopt;
+    report.tags = *tags;
+    report.chapters = readChapters(path);
+    return report;
+}
+
+QJsonArray toJson(const QList<Chapter>& chapters)
+{
+    QJsonArray list;
+    for (const auto& chapter : chapters)
+        list.append(
+            QJsonObject{{QStringLiteral("title"), chapter.title}, {QStringLiteral("start_ms"), chapter.startMs}});
+    return list;
+}
+
+QByteArray FileReport::toJson() const
+{
+    QJsonObject tagTexts;
+    for (auto tag = tags.begin(); tag != tags.end(); ++tag)
+        tagTexts.insert(tag.key(), tag.value());
+    const QByteArray pathBytes = PathBytes::encode(path);
+    QJsonObject object{{QStringLiteral("path"), QString::fromUtf8(pathBytes)},
+                       {QStringLiteral("type"), type},
+                       {QStringLiteral("tags"), tagTexts},
+                       {QStringLiteral("art"), art ? QJsonValue(artObject(*art)) : QJsonValue()},
+                       {QStringLiteral("chapters"), chapters ? QJsonValue(::toJson(*chapters)) : QJsonValue()}};
+    if (!PathBytes::isPlain(path))
+        object.insert(QStringLiteral("path_base64"), QString::fromLatin1(pathBytes.toBase64()));
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+QByteArray FileReport::toText(bool inColour) const
+{
+    const auto rows = rowsOf(*this);
+    qsizetype width = 0;
+    for (const auto& row : rows)
+        width = std::max(width, row.first.size());
+    const QByteArray bold = inColour ? "\033[1m" : "";
+    const QByteArray dim = inColour ? "\033[2m" : "";
+    const QByteArray plain = inColour ? "\033[0m" : "";
+    QByteArray text = bold + PathBytes::encode(Printable::line(path)) + plain + '\n';
+    for (const auto& [label, value] : rows) {
+        QByteArray shown = dim + Printable::line(label).leftJustified(width).toUtf8() + plain;
+        for (QString line : value.split(QLatin1Char('\n'))) {
+            line.remove(QLatin1Char('\r'));
+            text += "  " + shown + "  " + Printable::line(line).toUtf8() + '\n';
+            shown = QByteArray(width, ' ');
+        }
+    }
+    return text;
+}
