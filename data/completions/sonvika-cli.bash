@@ -2,13 +2,14 @@
 
 # COMPREPLY: those of the given words that begin with the word to complete, ready for the shell to read.
 _sonvika_cli_words() {
-    local current=$1 word quoted
+    local typed=$1 current word quoted
     shift
-    current=${current//\\/}
+    current=${typed//\\/}
     current=${current#[\"\']}
     for word in "$@"; do
         [[ $word == "$current"* ]] || continue
-        printf -v quoted '%q' "$word"
+        quoted=$word
+        [[ $typed == [\"\']* ]] || printf -v quoted '%q' "$word"
         COMPREPLY+=("$quoted")
     done
 }
@@ -18,7 +19,7 @@ _sonvika_cli_files() {
     local current=$1 extensions=$2 name
     type compopt &>/dev/null && compopt -o filenames 2>/dev/null
     while IFS= read -r name; do
-        if [[ -z $extensions || -d $name || ${name,,} =~ \.($extensions)$ ]]; then
+        if [[ -z $extensions || -d ${name/#~\//$HOME/} || ${name,,} =~ \.($extensions)$ ]]; then
             COMPREPLY+=("$name")
         fi
     done < <(compgen -f -- "$current")
@@ -97,8 +98,10 @@ _sonvika_cli() {
     fi
 
     if ((${#commands[@]})); then
-        [[ -n $command ]] || commands+=(--version)
-        [[ $command == help* ]] || commands+=(-h --help)
+        if [[ $current == -* && $command != help* ]]; then
+            commands=(-h --help)
+            [[ -n $command ]] || commands+=(--version)
+        fi
         _sonvika_cli_words "$current" "${commands[@]}"
     elif [[ $command == help* ]]; then
         return 0

@@ -239,6 +239,7 @@ Example:
 
 constexpr std::array topics{
     Topic{"", program},
+    Topic{"help", program},
     Topic{"show", show},
     Topic{"set", set},
     Topic{"number", number},

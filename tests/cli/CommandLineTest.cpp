@@ -93,6 +93,7 @@ private slots:
                  "--help | Usage: sonvika-cli COMMAND [OPTION ..] FILE ..",
                  "-h | Usage: sonvika-cli COMMAND [OPTION ..] FILE ..",
                  "help | Usage: sonvika-cli COMMAND [OPTION ..] FILE ..",
+                 "help help | Usage: sonvika-cli COMMAND [OPTION ..] FILE ..",
                  "help art set | Usage: sonvika-cli art set --image IMAGE FILE ..",
                  "help art | Usage: sonvika-cli art get --output IMAGE [--convert] FILE",
                  "art -h | Usage: sonvika-cli art get --output IMAGE [--convert] FILE",
