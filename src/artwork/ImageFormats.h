@@ -1,12 +1,12 @@
 #pragma once
 
 #include <QByteArray>
-#include <QImage>
 #include <QString>
 #include <QStringList>
 
 #include <optional>
 
+class QImage;
 class UserDefaults;
 
 /// The five formats in which cover art is saved, one index running through all tables:

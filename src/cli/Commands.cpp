@@ -59,10 +59,17 @@ Commands::Commands(const CommandLine& line) : line_(line)
 int Commands::run()
 {
     TaglibWrapper::recoverInterruptedChanges();
-    const QStringList files = InputFiles::expand(line_.files, line_.fileLists, errors_);
+    const QStringList files =
+        takesOneFile() ? line_.files : InputFiles::expand(line_.files, line_.fileLists, errors_);
     StopSignals::note();
     perform(files);
     return exitStatus();
+}
+
+bool Commands::takesOneFile() const
+{
+    return line_.command == Command::ArtGet || line_.command == Command::ChaptersGet
+           || line_.command == Command::ChaptersSet;
 }
 
 void Commands::perform(const QStringList& files)

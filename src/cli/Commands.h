@@ -21,6 +21,7 @@ public:
     int run();
 
 private:
+    bool takesOneFile() const;
     void perform(const QStringList& files);
     void show(const QStringList& files);
     void showType(const QString& path);

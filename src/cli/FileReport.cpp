@@ -49,7 +49,9 @@ void appendTags(const PropertyMap& tags, std::vector<Row>& rows)
             rows.emplace_back(QLatin1String(text), value);
     }
     for (auto tag = tags.begin(); tag != tags.end(); ++tag) {
-        if (!isLabelled(tag.key()) && !tag.value().isEmpty())
+        const bool repeatsYear =
+            tag.key() == QLatin1String("DATE") && tag.value() == tags.value(QStringLiteral("YEAR"));
+        if (!isLabelled(tag.key()) && !tag.value().isEmpty() && !repeatsYear)
             rows.emplace_back(tag.key(), tag.value());
     }
 }
