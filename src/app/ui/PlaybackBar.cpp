@@ -69,6 +69,11 @@ void PlaybackBar::close()
     reset();
 }
 
+void PlaybackBar::focusButton()
+{
+    button_->setFocus(Qt::OtherFocusReason);
+}
+
 void PlaybackBar::togglePlayback()
 {
     load();
@@ -116,7 +121,6 @@ void PlaybackBar::buildControls()
     button_->setAutoRaise(true);
     button_->setIconSize(iconSize);
     button_->setFocusPolicy(Qt::TabFocus);
-    setFocusProxy(button_);
     elapsed_ = makeTimeLabel(Qt::AlignRight);
     total_ = makeTimeLabel(Qt::AlignLeft);
     elapsed_->setObjectName(QStringLiteral("elapsedTime"));

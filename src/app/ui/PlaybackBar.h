@@ -24,6 +24,8 @@ public:
     /// Ends the sound and lets go of the file.
     void close();
 
+    /// Gives the keyboard focus to the button.
+    void focusButton();
     void togglePlayback();
     /// Moves the position, in milliseconds, no further than to the ends.
     void seekBy(qint64 step);

@@ -69,7 +69,7 @@ void PreviewPanel::showPreview(const AudioFile& record)
     show();
     raise();
     activateWindow();
-    bar_->setFocus(Qt::OtherFocusReason);
+    bar_->focusButton();
 }
 
 void PreviewPanel::hidePreview()
