@@ -1,4 +1,5 @@
 #include "app/ui/MainWindow.h"
+#include "app/ui/EmptyListHint.h"
 #include "fakes/Library.h"
 #include "library/RecordColumns.h"
 #include "library/ui/QuickLookTableView.h"
@@ -129,9 +130,16 @@ private slots:
         QMimeData data;
         data.setUrls(
             {QUrl::fromLocalFile(folder_->copy(u"tagged.m4a"_qs)), QUrl::fromLocalFile(folder_->path(names_[0]))});
-        dropOnTable(data, {5, 5});
+        drop(data, *table().viewport());
         QCOMPARE(library_->list.rowCount(), 4);
         QCOMPARE(library_->notifier.posted, QStringList{u"Sonvika: File already open"_qs});
+        library_->controller.selectAll();
+        library_->controller.removeDocuments();
+        auto& hint = *window_->findChild<EmptyListHint*>();
+        QVERIFY(hint.isVisible());
+        drop(data, hint);
+        QCOMPARE(library_->list.rowCount(), 2);
+        QVERIFY(!hint.isVisible());
     }
 
 private:
@@ -176,12 +184,13 @@ private:
     {
         QTest::mouseClick(table().viewport(), Qt::LeftButton, modifiers, cell(row));
     }
-    void dropOnTable(const QMimeData& data, const QPoint& at)
+    static void drop(const QMimeData& data, QWidget& target)
     {
+        const QPoint at(5, 5);
         QDragEnterEvent enter(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(table().viewport(), &enter);
-        QDropEvent drop(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(table().viewport(), &drop);
+        QCoreApplication::sendEvent(&target, &enter);
+        QDropEvent dropped(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&target, &dropped);
     }
     PropertyMap tags(const QString& name) { return TaglibWrapper::getMetadata(folder_->path(name)).value(); }
 

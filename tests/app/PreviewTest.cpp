@@ -1,6 +1,6 @@
 #include "app/PreviewController.h"
 #include "app/ui/ElidedLabel.h"
-#include "app/ui/PlaybackBar.h"
+#include "app/ui/PositionSlider.h"
 #include "app/ui/PreviewPanel.h"
 #include "fakes/FakeAudioPlayer.h"
 #include "fakes/Library.h"
@@ -236,7 +236,7 @@ private slots:
     void writesTimes()
     {
         const auto [milliseconds, expected] = row<2>();
-        QCOMPARE(PlaybackBar::timeText(milliseconds.toLongLong()), expected);
+        QCOMPARE(PositionSlider::timeText(milliseconds.toLongLong()), expected);
     }
 
     void arrowKeysLeaveTheTextField()

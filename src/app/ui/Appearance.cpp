@@ -1,5 +1,7 @@
 #include "app/ui/Appearance.h"
 
+#include "app/ui/Contrast.h"
+
 #include <QApplication>
 
 namespace {
@@ -40,7 +42,11 @@ QPalette darkPalette()
 
 } // namespace
 
-Appearance::Appearance() : desktop_(QApplication::palette()) {}
+Appearance::Appearance() : desktop_(Contrast::ensured(QApplication::palette()))
+{
+    if (desktop_ != QApplication::palette())
+        applyDesktop();
+}
 
 void Appearance::apply(Mode mode)
 {
@@ -48,7 +54,7 @@ void Appearance::apply(Mode mode)
     if (isDark(desktop_) == wantDark)
         applyDesktop();
     else
-        QApplication::setPalette(wantDark ? darkPalette() : lightPalette());
+        QApplication::setPalette(Contrast::ensured(wantDark ? darkPalette() : lightPalette()));
 }
 
 void Appearance::applyDesktop()

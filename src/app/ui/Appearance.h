@@ -7,7 +7,7 @@ class Appearance {
 public:
     enum class Mode { Light, Dark };
 
-    /// Takes the palette that the desktop has set as the one to return to.
+    /// Takes the palette that the desktop has set as the one to return to, with its weakest texts made readable.
     Appearance();
 
     /// Gives the application a palette of this mode; the desktop's own when that is of this mode already.

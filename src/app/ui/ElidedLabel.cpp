@@ -17,6 +17,7 @@ ElidedLabel::ElidedLabel(Qt::TextElideMode mode, QWidget* parent) : QLabel(paren
 void ElidedLabel::setFullText(const QString& text)
 {
     fullText_ = text.simplified();
+    setAccessibleName(fullText_);
     elide();
 }
 

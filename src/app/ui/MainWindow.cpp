@@ -6,6 +6,7 @@
 #include "app/ui/EmptyListHint.h"
 #include "app/ui/Icons.h"
 #include "app/ui/LightGradientView.h"
+#include "app/ui/LinkLabel.h"
 #include "app/ui/MainMenu.h"
 #include "artwork/ui/DropView.h"
 #include "artwork/ui/RowDragImage.h"
@@ -28,6 +29,7 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
 #include <QUrl>
 
 #include <utility>
@@ -39,6 +41,17 @@ constexpr int editorWidth = 320;
 constexpr int searchMargin = 6;
 constexpr int statusIndent = 4;
 constexpr int layoutSettlesAfter = 500;
+
+/// The list, and above it what it shows while it is empty.
+QWidget* listArea(QuickLookTableView& table, QWidget* hint)
+{
+    auto* area = new QWidget;
+    auto* column = new QVBoxLayout(area);
+    column->setContentsMargins({});
+    column->addWidget(&table);
+    table.setEmptyHint(hint);
+    return area;
+}
 
 } // namespace
 
@@ -122,7 +135,9 @@ void MainWindow::buildToolBar()
     searchField_->setPlaceholderText(tr("Search"));
     searchField_->setAccessibleName(tr("Search"));
     searchField_->setClearButtonEnabled(true);
-    searchField_->addAction(Icons::symbol(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    searchField_->findChild<QToolButton*>()->setAccessibleName(tr("Clear"));
+    searchField_->addAction(Icons::symbol(QStringLiteral("search")), QLineEdit::LeadingPosition)
+        ->setText(tr("Search"));
     connect(searchField_, &QLineEdit::textChanged, &list_, &ArrayController::setFilterText);
     padding->addWidget(searchField_);
     bar->addWidget(paddingView_);
@@ -147,7 +162,6 @@ void MainWindow::buildCentre(ListDrops& drops, ShownArt& art, ArtworkDrops& artw
     table_->setObjectName(QStringLiteral("table"));
     auto* hint = new EmptyListHint;
     connect(hint, &EmptyListHint::openWanted, &controller_, &ViewController::openDocument);
-    table_->setEmptyHint(hint);
     table_->setDragImage(RowDragImage::draggingImageComponents);
     table_->addActions({actions_->remove, actions_->moveUp, actions_->moveDown});
 
@@ -155,6 +169,7 @@ void MainWindow::buildCentre(ListDrops& drops, ShownArt& art, ArtworkDrops& artw
     well_->setObjectName(QStringLiteral("artWell"));
     well_->addActions(actions_->artCommands());
     well_->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(well_, &DropView::changeWanted, actions_->updateImage, &QAction::trigger);
     editor_ = new EditorPane;
     editor_->setHeader(well_);
     auto* scroll = new QScrollArea(this);
@@ -172,7 +187,7 @@ void MainWindow::buildCentre(ListDrops& drops, ShownArt& art, ArtworkDrops& artw
 
     splitter_ = new QSplitter(this);
     splitter_->setChildrenCollapsible(false);
-    splitter_->addWidget(table_);
+    splitter_->addWidget(listArea(*table_, hint));
     splitter_->addWidget(scroll);
     splitter_->setStretchFactor(0, 1);
     splitter_->setSizes({initialSize.width() - editorWidth, editorWidth});
@@ -220,10 +235,9 @@ void MainWindow::attachPreview(PreviewController& preview)
 
 void MainWindow::showUpdate(const QString& version, const QUrl& page)
 {
-    auto* news = new QLabel(QStringLiteral("<a href=\"%1\">%2</a>")
-                                .arg(page.toString(QUrl::FullyEncoded).toHtmlEscaped(),
-                                     tr("Version %1 is available").arg(version.toHtmlEscaped())));
-    news->setOpenExternalLinks(true);
+    auto* news = new LinkLabel(QStringLiteral("<a href=\"%1\">%2</a>")
+                                   .arg(page.toString(QUrl::FullyEncoded).toHtmlEscaped(),
+                                        tr("Version %1 is available").arg(version.toHtmlEscaped())));
     statusBar()->addPermanentWidget(news);
 }
 

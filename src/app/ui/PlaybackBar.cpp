@@ -1,14 +1,12 @@
 #include "app/ui/PlaybackBar.h"
 
 #include "app/ui/Icons.h"
+#include "app/ui/PositionSlider.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QSignalBlocker>
-#include <QSlider>
 #include <QStackedLayout>
-#include <QStyle>
 #include <QToolButton>
 
 #include <algorithm>
@@ -23,27 +21,9 @@ constexpr QSize iconSize(20, 20);
 constexpr int controlsPage = 0;
 constexpr int problemPage = 1;
 
-/// A click leads to where it points instead of a page further.
-class PositionSlider : public QSlider {
-public:
-    PositionSlider() : QSlider(Qt::Horizontal) {}
-
-protected:
-    void mousePressEvent(QMouseEvent* event) override
-    {
-        const int handle = style()->pixelMetric(QStyle::PM_SliderLength, nullptr, this);
-        const int x = event->position().toPoint().x() - handle / 2;
-        if (event->button() == Qt::LeftButton)
-            setSliderPosition(QStyle::sliderValueFromPosition(minimum(), maximum(), x, width() - handle,
-                                                              layoutDirection() == Qt::RightToLeft));
-        QSlider::mousePressEvent(event);
-    }
-};
-
-QLabel* makeTimeLabel(const QString& name, Qt::Alignment alignment)
+QLabel* makeTimeLabel(Qt::Alignment alignment)
 {
     auto* label = new QLabel;
-    label->setAccessibleName(name);
     label->setAlignment(alignment | Qt::AlignVCenter);
     // The slider does not move about as the digits change.
     label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("00:00")));
@@ -89,6 +69,11 @@ void PlaybackBar::close()
     reset();
 }
 
+void PlaybackBar::focusButton()
+{
+    button_->setFocus(Qt::OtherFocusReason);
+}
+
 void PlaybackBar::togglePlayback()
 {
     load();
@@ -106,14 +91,20 @@ void PlaybackBar::seekBy(qint64 step)
         player_->seek(std::clamp<qint64>(player_->position() + step, 0, player_->duration()));
 }
 
-QString PlaybackBar::timeText(qint64 milliseconds)
+void PlaybackBar::showTime(qint64 position)
 {
-    const qint64 seconds = milliseconds / 1000;
-    const qint64 hours = seconds / 3600;
-    const auto twoDigits = [](qint64 number) { return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0')); };
-    if (hours == 0)
-        return QStringLiteral("%1:%2").arg(seconds / 60).arg(twoDigits(seconds % 60));
-    return QStringLiteral("%1:%2:%3").arg(hours).arg(twoDigits(seconds / 60 % 60), twoDigits(seconds % 60));
+    const QString time = PositionSlider::timeText(position);
+    if (time == elapsed_->text())
+        return;
+    elapsed_->setText(time);
+    elapsed_->setAccessibleName(tr("Elapsed time: %1").arg(time));
+    describePosition();
+}
+
+void PlaybackBar::describePosition()
+{
+    slider_->setAccessibleDescription(
+        tr("%1 of %2").arg(elapsed_->text(), PositionSlider::timeText(slider_->maximum())));
 }
 
 void PlaybackBar::paintEvent(QPaintEvent* event)
@@ -130,8 +121,8 @@ void PlaybackBar::buildControls()
     button_->setAutoRaise(true);
     button_->setIconSize(iconSize);
     button_->setFocusPolicy(Qt::TabFocus);
-    elapsed_ = makeTimeLabel(tr("Elapsed time"), Qt::AlignRight);
-    total_ = makeTimeLabel(tr("Total time"), Qt::AlignLeft);
+    elapsed_ = makeTimeLabel(Qt::AlignRight);
+    total_ = makeTimeLabel(Qt::AlignLeft);
     elapsed_->setObjectName(QStringLiteral("elapsedTime"));
     total_->setObjectName(QStringLiteral("totalTime"));
     slider_ = new PositionSlider;
@@ -159,7 +150,7 @@ void PlaybackBar::buildControls()
 
 void PlaybackBar::connectSlider()
 {
-    connect(slider_, &QSlider::sliderMoved, this, [this](int position) { elapsed_->setText(timeText(position)); });
+    connect(slider_, &QSlider::sliderMoved, this, &PlaybackBar::showTime);
     connect(slider_, &QSlider::sliderReleased, this, &PlaybackBar::seekToSlider);
     connect(slider_, &QSlider::valueChanged, this, [this] {
         if (!slider_->isSliderDown())
@@ -219,7 +210,7 @@ void PlaybackBar::showPosition(qint64 position)
         return;
     const QSignalBlocker quiet(slider_);
     slider_->setValue(static_cast<int>(std::min<qint64>(position, slider_->maximum())));
-    elapsed_->setText(timeText(position));
+    showTime(position);
 }
 
 void PlaybackBar::showDuration(qint64 duration)
@@ -229,7 +220,9 @@ void PlaybackBar::showDuration(qint64 duration)
     slider_->setSingleStep(std::max(slider_->maximum() / 100, 1));
     slider_->setPageStep(std::max(slider_->maximum() / 10, 1));
     slider_->setEnabled(duration > 0);
-    total_->setText(duration > 0 ? timeText(duration) : QString());
+    total_->setText(duration > 0 ? PositionSlider::timeText(duration) : QString());
+    total_->setAccessibleName(duration > 0 ? tr("Total time: %1").arg(total_->text()) : QString());
+    describePosition();
 }
 
 void PlaybackBar::showProblem(AudioPlayer::Problem problem)

@@ -5,8 +5,8 @@
 #include <QTimer>
 #include <QWidget>
 
+class PositionSlider;
 class QLabel;
-class QSlider;
 class QStackedLayout;
 class QToolButton;
 
@@ -24,12 +24,11 @@ public:
     /// Ends the sound and lets go of the file.
     void close();
 
+    /// Gives the keyboard focus to the button.
+    void focusButton();
     void togglePlayback();
     /// Moves the position, in milliseconds, no further than to the ends.
     void seekBy(qint64 step);
-
-    /// "3:07", "1:02:03".
-    static QString timeText(qint64 milliseconds);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -44,6 +43,8 @@ private:
     void seekToSlider();
     void showState(AudioPlayer::State state);
     void showPosition(qint64 position);
+    void showTime(qint64 position);
+    void describePosition();
     void showDuration(qint64 duration);
     void showProblem(AudioPlayer::Problem problem);
 
@@ -55,7 +56,7 @@ private:
     QTimer loading_;
     QToolButton* button_ = nullptr;
     QLabel* elapsed_ = nullptr;
-    QSlider* slider_ = nullptr;
+    PositionSlider* slider_ = nullptr;
     QLabel* problem_ = nullptr;
     QLabel* total_ = nullptr;
     QStackedLayout* middle_ = nullptr;

@@ -16,7 +16,11 @@ constexpr qreal noteOpacity = 0.4;
 
 PreviewCover::PreviewCover(QWidget* parent) : AlbumArtView(parent)
 {
-    connect(this, &AlbumArtView::imageChanged, this, [this] { decoded_ = true; });
+    setAccessibleName(tr("Cover art"));
+    connect(this, &AlbumArtView::imageChanged, this, [this] {
+        decoded_ = true;
+        setAccessibleDescription(toolTip().isEmpty() ? tr("No Artwork") : toolTip());
+    });
 }
 
 void PreviewCover::setCover(const QByteArray& bytes)

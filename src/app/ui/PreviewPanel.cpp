@@ -4,6 +4,7 @@
 #include "app/ui/PlaybackBar.h"
 #include "app/ui/PreviewCover.h"
 #include "model/AudioFile.h"
+#include "platform/ui/AccessibleRole.h"
 #include "tagengine/TaglibWrapper.h"
 
 #include <QCoreApplication>
@@ -36,7 +37,7 @@ QString windowTitleOf(const QString& text)
 PreviewPanel::PreviewPanel(AudioPlayerFactory makePlayer, QWidget* keyReceiver, QWidget* parent)
     : QWidget(parent, Qt::Dialog), keyReceiver_(keyReceiver)
 {
-    setFocusPolicy(Qt::StrongFocus);
+    AccessibleRole::set(*this, QAccessible::Dialog);
     cover_ = new PreviewCover;
     cover_->setFixedSize(coverSide, coverSide);
     bar_ = new PlaybackBar(std::move(makePlayer));
@@ -68,7 +69,7 @@ void PreviewPanel::showPreview(const AudioFile& record)
     show();
     raise();
     activateWindow();
-    setFocus();
+    bar_->focusButton();
 }
 
 void PreviewPanel::hidePreview()
@@ -140,7 +141,7 @@ PreviewPanel::Detail PreviewPanel::addDetail(QGridLayout& texts, const QString& 
     const Detail detail{new QLabel(caption), new ElidedLabel};
     detail.caption->setForegroundRole(QPalette::PlaceholderText);
     detail.value->setObjectName(QLatin1String(name));
-    detail.value->setAccessibleName(caption);
+    detail.caption->setBuddy(detail.value);
     const int row = texts.rowCount();
     texts.addWidget(detail.caption, row, 0);
     texts.addWidget(detail.value, row, 1);

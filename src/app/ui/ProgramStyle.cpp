@@ -1,9 +1,12 @@
 #include "app/ui/ProgramStyle.h"
 
 #include "app/ui/Icons.h"
+#include "platform/ui/FocusRing.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QHeaderView>
+#include <QStyleOptionButton>
 #include <QTableView>
 
 namespace {
@@ -21,7 +24,31 @@ ProgramStyle& ProgramStyle::install()
 {
     auto* style = new ProgramStyle;
     QApplication::setStyle(style);
+    // Styles would mark the focus only where Tab led to it.
+    connect(qApp, &QApplication::focusChanged, style, [](const QWidget*, QWidget* now) {
+        if (now)
+            now->window()->setAttribute(Qt::WA_KeyboardFocusChange);
+    });
     return *style;
+}
+
+void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                                 const QWidget* widget) const
+{
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool isFramedArea = element == PE_Frame && qobject_cast<const QAbstractScrollArea*>(widget);
+    if (isFramedArea && option->state.testFlag(State_HasFocus))
+        FocusRing::paint(*painter, option->rect, option->palette);
+}
+
+void ProgramStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const
+{
+    QProxyStyle::drawControl(element, option, painter, widget);
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    const bool isDefault = button && button->features.testFlag(QStyleOptionButton::DefaultButton);
+    if (element == CE_PushButton && isDefault && option->state.testFlag(State_HasFocus))
+        FocusRing::paint(*painter, option->rect, option->palette);
 }
 
 int ProgramStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const

@@ -2,6 +2,7 @@
 
 #include "artwork/DrawnImageRect.h"
 #include "model/Picture.h"
+#include "platform/ui/AccessibleRole.h"
 
 #include <QLocale>
 #include <QPainter>
@@ -15,6 +16,7 @@ constexpr qreal cornerRadius = 4.0;
 
 AlbumArtView::AlbumArtView(QWidget* parent) : QWidget(parent)
 {
+    AccessibleRole::set(*this, QAccessible::Graphic);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     connect(&decoder_, &PictureDecoder::decoded, this, &AlbumArtView::setImage);
 }

@@ -3,12 +3,14 @@
 #include "artwork/ArtworkDrops.h"
 #include "artwork/ShownArt.h"
 #include "artwork/ui/AlbumArtView.h"
+#include "artwork/ui/DropViewAccessible.h"
+#include "platform/ui/FocusRing.h"
 
 #include <QDrag>
 #include <QDragEnterEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QStyleOptionFocusRect>
 
 #include <algorithm>
 #include <cmath>
@@ -88,8 +90,9 @@ private:
 
 DropView::DropView(ArtworkDrops& drops, ShownArt& art, QWidget* parent)
     : QWidget(parent), drops_(drops), art_(art), imageView_(new AlbumArtView(this)),
-      placeholder_(new Placeholder(*this, [this](QPainter& painter) { paintPlaceholder(painter); }))
+      placeholder_(new Placeholder(*this, [this](QPainter& painter) { paintOverlay(painter); }))
 {
+    DropViewAccessible::install();
     setMinimumSize(smallestSide, smallestSide);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
@@ -221,15 +224,20 @@ void DropView::dragArt()
     drag->exec(Qt::CopyAction);
 }
 
-void DropView::paintEvent(QPaintEvent*)
+void DropView::keyPressEvent(QKeyEvent* event)
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    if (hasFocus()) {
-        QStyleOptionFocusRect option;
-        option.initFrom(this);
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
-    }
+    const auto key = event->key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space)
+        emit changeWanted();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void DropView::paintOverlay(QPainter& painter) const
+{
+    if (hasFocus())
+        FocusRing::paint(painter, rect(), palette());
+    paintPlaceholder(painter);
 }
 
 void DropView::paintPlaceholder(QPainter& painter) const

@@ -31,7 +31,12 @@ public:
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override;
 
+signals:
+    /// Another image is asked for: by Return or Space, or by assistive technology.
+    void changeWanted();
+
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
@@ -39,7 +44,6 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -48,6 +52,7 @@ private:
     void setOffered(bool offered);
     void answerDrag(QDropEvent* event) const;
     void dragArt();
+    void paintOverlay(QPainter& painter) const;
     void paintPlaceholder(QPainter& painter) const;
 
     ArtworkDrops& drops_;

@@ -106,6 +106,7 @@ void EditorPane::addGenre()
     genre_ = new GenreBox(form_);
     const QString label = tr("&Genre");
     genre_->setAccessibleName(withoutMnemonic(label));
+    genre_->field().setAccessibleName(genre_->accessibleName());
     adopt(&genre_->field());
     addRow(label, genre_, genre_);
 }

@@ -3,6 +3,7 @@
 #include "library/ArrayController.h"
 #include "library/ListDrops.h"
 #include "library/RecordColumns.h"
+#include "platform/ui/FocusRing.h"
 
 #include <QApplication>
 #include <QDrag>
@@ -71,7 +72,10 @@ QuickLookTableView::QuickLookTableView(ArrayController& list, ListDrops& drops, 
 void QuickLookTableView::setEmptyHint(QWidget* hint)
 {
     emptyHint_ = hint;
-    hint->setParent(viewport());
+    hint->setParent(parentWidget());
+    hint->setAcceptDrops(true);
+    hint->installEventFilter(this);
+    hint->raise();
     updateEmptyHint();
 }
 
@@ -138,7 +142,18 @@ void QuickLookTableView::updateEmptyHint()
     if (!emptyHint_)
         return;
     emptyHint_->setVisible(list_.content().empty());
-    emptyHint_->setGeometry(viewport()->rect());
+    emptyHint_->setGeometry(viewport()->geometry().translated(pos()));
+}
+
+bool QuickLookTableView::eventFilter(QObject* watched, QEvent* event)
+{
+    constexpr std::array drags{QEvent::DragEnter, QEvent::DragMove, QEvent::DragLeave, QEvent::Drop};
+    if (watched == emptyHint_ && std::find(drags.begin(), drags.end(), event->type()) != drags.end()) {
+        // The hint covers the viewport, so that positions are the same.
+        viewportEvent(event);
+        return true;
+    }
+    return QTableView::eventFilter(watched, event);
 }
 
 void QuickLookTableView::clearSortMark()
@@ -267,9 +282,16 @@ void QuickLookTableView::setDropMark(DropMark mark, int gap)
 void QuickLookTableView::paintEvent(QPaintEvent* event)
 {
     QTableView::paintEvent(event);
-    if (dropMark_ == DropMark::None)
-        return;
     QPainter painter(viewport());
+    // Where there is a current cell, the style marks it.
+    if (hasFocus() && !currentIndex().isValid())
+        FocusRing::paint(painter, viewport()->rect(), palette());
+    if (dropMark_ != DropMark::None)
+        paintDropMark(painter);
+}
+
+void QuickLookTableView::paintDropMark(QPainter& painter) const
+{
     painter.setRenderHint(QPainter::Antialiasing);
     const QColor accent = palette().color(QPalette::Highlight);
     painter.setPen(QPen(accent, 2));
@@ -289,6 +311,12 @@ void QuickLookTableView::paintEvent(QPaintEvent* event)
 void QuickLookTableView::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
+    updateEmptyHint();
+}
+
+void QuickLookTableView::moveEvent(QMoveEvent* event)
+{
+    QTableView::moveEvent(event);
     updateEmptyHint();
 }
 

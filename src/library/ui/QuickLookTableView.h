@@ -18,7 +18,8 @@ public:
 
     QuickLookTableView(ArrayController& list, ListDrops& drops, QWidget* parent = nullptr);
 
-    /// Shown in the middle of the empty table.
+    /// Shown over the empty table. A sibling of the table, not a part of it: assistive technology knows cells only in a
+    /// table. To be called when the table has a parent; what is dropped on the hint is dropped on the table.
     void setEmptyHint(QWidget* hint);
 
     /// Makes the picture that hangs at the pointer while rows are dragged, from the first of them.
@@ -39,6 +40,7 @@ signals:
     void quickLookWanted();
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     /// The list is one of rows: Home and End go to its ends, and the first step into it selects its first row.
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
@@ -48,6 +50,7 @@ protected:
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -60,6 +63,7 @@ private:
     void fitColumns();
     void updateRowHeight();
     void updateEmptyHint();
+    void paintDropMark(QPainter& painter) const;
     void clearSortMark();
     void setDropMark(DropMark mark, int gap = -1);
     int gapAt(const QPoint& position) const;

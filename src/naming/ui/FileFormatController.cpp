@@ -71,8 +71,9 @@ void FileFormatController::buildFormat(QGridLayout& grid)
     grid.addWidget(tokenField_, grid.rowCount() - 1, 1);
 
     const QStringList& keys = FileNameFormat::sortedKeys();
-    addLabel(grid, tr("Fields"), nullptr);
-    grid.addWidget(buildPalette(keys.first(paletteWidth)), grid.rowCount() - 1, 1);
+    auto* palette = buildPalette(keys.first(paletteWidth));
+    addLabel(grid, tr("Fields"), palette);
+    grid.addWidget(palette, grid.rowCount() - 1, 1);
     grid.addWidget(buildPalette(keys.mid(paletteWidth)), grid.rowCount(), 1);
 
     previewField_ = new QLabel;
@@ -80,7 +81,7 @@ void FileFormatController::buildFormat(QGridLayout& grid)
     previewField_->setTextFormat(Qt::PlainText);
     previewField_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     previewField_->setWordWrap(true);
-    addLabel(grid, tr("Preview"), nullptr);
+    addLabel(grid, tr("Preview"), previewField_);
     grid.addWidget(previewField_, grid.rowCount() - 1, 1);
 }
 

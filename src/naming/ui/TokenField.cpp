@@ -1,6 +1,7 @@
 #include "naming/ui/TokenField.h"
 
 #include "naming/FileNameFormat.h"
+#include "naming/ui/TokenFieldAccessible.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QJsonArray>
@@ -112,12 +113,14 @@ const QString TokenField::tokenType = QStringLiteral("application/x-org.sonvika.
 
 TokenField::TokenField(QWidget* parent) : QTextEdit(parent), chips_(new TokenChip::Renderer(*this))
 {
+    TokenFieldAccessible::install();
     document()->documentLayout()->registerHandler(TokenChip::objectType, chips_);
     setAcceptRichText(false);
     setTabChangesFocus(true);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    connect(this, &QTextEdit::textChanged, this, &TokenField::noticeChange);
+    setAccessibleDescription(tr("Fields and the text between them. Alt+Left and Alt+Right move a field."));
+    connect(this, &QTextEdit::textChanged, this, &TokenField::tokensChanged);
     connect(this, &QTextEdit::selectionChanged, viewport(), qOverload<>(&QWidget::update));
 }
 
@@ -149,12 +152,6 @@ QSize TokenField::sizeHint() const
     const auto line = TokenChip::size(QStringLiteral("X"), font()).height();
     const qreal height = visibleLines * line + 2 * (document()->documentMargin() + frameWidth());
     return {QTextEdit::sizeHint().width(), static_cast<int>(height) + visibleLines};
-}
-
-void TokenField::noticeChange()
-{
-    setAccessibleDescription(tokens().join(QStringLiteral(", ")));
-    emit tokensChanged();
 }
 
 void TokenField::makeChipsOfTitles()

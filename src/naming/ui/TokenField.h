@@ -46,7 +46,6 @@ protected:
     void insertFromMimeData(const QMimeData* source) override;
 
 private:
-    void noticeChange();
     void makeChipsOfTitles();
     void moveChip(int step);
     bool isChip(int position) const;

@@ -2,12 +2,14 @@
 
 #include "app/Addresses.h"
 #include "app/ui/Icons.h"
+#include "platform/ui/FocusRing.h"
 
 #include <QApplication>
 #include <QBoxLayout>
 #include <QDesktopServices>
 #include <QFile>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QTextBrowser>
 #include <QtMath>
@@ -19,6 +21,19 @@ constexpr int pictureSize = 64;
 constexpr int creditsWidth = 440;
 constexpr qreal headingScale = 1.6;
 
+/// Has no frame that could show the focus.
+class CreditsView : public QTextBrowser {
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        QTextBrowser::paintEvent(event);
+        if (!hasFocus())
+            return;
+        QPainter painter(viewport());
+        FocusRing::paint(painter, viewport()->rect(), palette());
+    }
+};
+
 QString creditsResource()
 {
     QFile file(QStringLiteral(":/about/credits.html"));
@@ -27,7 +42,7 @@ QString creditsResource()
 
 } // namespace
 
-AboutViewController::AboutViewController(QWidget* parent) : QWidget(parent), textView_(new QTextBrowser)
+AboutViewController::AboutViewController(QWidget* parent) : QWidget(parent), textView_(new CreditsView)
 {
     setWindowTitle(tr("About"));
     auto* column = new QVBoxLayout(this);

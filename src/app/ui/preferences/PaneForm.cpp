@@ -31,8 +31,14 @@ void PaneForm::addRow(const QString& label, QWidget* control)
 
 QLabel* PaneForm::addNote(const QString& text)
 {
-    const int row = grid_.rowCount();
     auto* note = new QLabel(text);
+    addNote(note);
+    return note;
+}
+
+void PaneForm::addNote(QLabel* note)
+{
+    const int row = grid_.rowCount();
     note->setWordWrap(true);
     QFont font = note->font();
     font.setPointSizeF(font.pointSizeF() * noteScale);
@@ -41,5 +47,4 @@ QLabel* PaneForm::addNote(const QString& text)
     grid_.setRowMinimumHeight(row + 1, spaceBetweenGroups);
     // The next row comes after the space.
     grid_.addItem(new QSpacerItem(0, 0), row + 1, 0);
-    return note;
 }

@@ -12,6 +12,7 @@ public:
 
     void addRow(const QString& label, QWidget* control);
     QLabel* addNote(const QString& text);
+    void addNote(QLabel* note);
 
 private:
     QGridLayout& grid_;

@@ -5,6 +5,7 @@
 #include "app/ui/preferences/GeneralViewController.h"
 #include "app/ui/preferences/UpdatesViewController.h"
 #include "platform/UserDefaults.h"
+#include "platform/ui/AccessibleRole.h"
 
 #include <QBoxLayout>
 #include <QButtonGroup>
@@ -39,6 +40,7 @@ PreferencesTabViewController::PreferencesTabViewController(UserDefaults& default
                                                            Updater& updater, QWidget* parent)
     : QWidget(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint), defaults_(defaults)
 {
+    AccessibleRole::set(*this, QAccessible::Dialog);
     prefWidth_ += preferencesPadding();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
@@ -96,6 +98,7 @@ QToolButton* PreferencesTabViewController::makeButton(const QString& identifier)
     auto* button = new QToolButton(bar_);
     button->setObjectName(identifier);
     button->setCheckable(true);
+    button->setAutoExclusive(true);
     button->setAutoRaise(true);
     button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     button->setIconSize(symbolSize);

@@ -1,6 +1,7 @@
 #include "app/ui/preferences/UpdatesViewController.h"
 
 #include "app/Updater.h"
+#include "app/ui/LinkLabel.h"
 #include "app/ui/preferences/PaneForm.h"
 
 #include <QCheckBox>
@@ -34,10 +35,9 @@ void UpdatesViewController::buildForm()
     PaneForm form(*this);
     form.addRow(tr("Updates:"), checkForUpdatesButton_);
     form.addRow(tr("&How often:"), intervalPopup_);
-    state_ = form.addNote({});
+    state_ = new LinkLabel;
+    form.addNote(state_);
     state_->setObjectName(QStringLiteral("state"));
-    state_->setTextInteractionFlags(Qt::TextBrowserInteraction);
-    state_->setOpenExternalLinks(true);
     form.addRow({}, autoInstallButton_);
     form.addNote(tr("Sonvika tells you that there is a newer version, and leaves installing it to you."));
 }

@@ -1,0 +1,26 @@
+#include "platform/ui/FocusRing.h"
+
+#include <QPainter>
+#include <QPalette>
+
+namespace {
+
+constexpr qreal width = 2;
+constexpr qreal innerWidth = 1;
+constexpr qreal radius = 3;
+
+} // namespace
+
+void FocusRing::paint(QPainter& painter, const QRect& rectangle, const QPalette& palette)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    const auto draw = [&](QPalette::ColorRole role, qreal penWidth, qreal inset) {
+        painter.setPen(QPen(palette.color(role), penWidth));
+        painter.drawRoundedRect(QRectF(rectangle).adjusted(inset, inset, -inset, -inset), radius, radius);
+    };
+    draw(QPalette::Base, innerWidth, width + innerWidth / 2);
+    draw(QPalette::Highlight, width, width / 2);
+    painter.restore();
+}
