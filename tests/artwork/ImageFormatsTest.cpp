@@ -44,8 +44,8 @@ QImage decodedByOthers(const QString& path)
                                              u"-of"_qs, u"csv=p=0"_qs, path})
             .toLatin1();
     const QString pixels = path + u".rgba"_qs;
-    OtherReaders::output(u"ffmpeg"_qs, {u"-v"_qs, u"error"_qs, u"-y"_qs, u"-i"_qs, path, u"-pix_fmt"_qs, u"rgba"_qs,
-                                        u"-f"_qs, u"rawvideo"_qs, pixels});
+    OtherReaders::output(u"ffmpeg"_qs, {u"-v"_qs, u"error"_qs, u"-y"_qs, u"-i"_qs, path, u"-frames:v"_qs, u"1"_qs,
+                                        u"-pix_fmt"_qs, u"rgba"_qs, u"-f"_qs, u"rawvideo"_qs, pixels});
     const QByteArray bytes = ScratchFolder::contents(pixels);
     const int width = size.split(',').value(0).toInt();
     const int height = size.split(',').value(1).toInt();
