@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QIcon>
 #include <QTimer>
 
 #include <algorithm>
@@ -127,12 +128,14 @@ int main(int argc, char* argv[])
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Sonvika"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SONVIKA_VERSION));
-    QGuiApplication::setDesktopFileName(QStringLiteral("org.sonvika.Sonvika"));
+    QGuiApplication::setDesktopFileName(DBusApplication::name);
     const Options options = parseOptions(arguments);
     DBusApplication onTheBus;
     if (isServedElsewhere(onTheBus, options))
         return 0;
 
+    QGuiApplication::setWindowIcon(
+        QIcon::fromTheme(DBusApplication::name, QIcon(QStringLiteral(":/icons/org.sonvika.Sonvika.svg"))));
     TaglibWrapper::recoverInterruptedChanges();
     Program program;
     program.panels.setParentWindow(&program.window);

@@ -60,7 +60,7 @@ std::unique_ptr<QMimeData> ArtworkDrops::pasteboardWriterForDropView()
     auto provider = std::make_unique<FilePromiseProvider>();
     provider->promise(QStringLiteral("text/uri-list"), [this, name = fileNameForType()] {
         const QString path = writePromise(name);
-        return path.isEmpty() ? QByteArray() : QUrl::fromLocalFile(path).toEncoded() + "\r\n";
+        return path.isEmpty() ? QVariantList() : QVariantList{QUrl::fromLocalFile(path)};
     });
     return provider;
 }

@@ -112,12 +112,12 @@ private slots:
         table().setColumnHidden(RecordColumns::Year, true);
         table().horizontalHeader()->moveSection(1, 3);
         table().sortByColumn(RecordColumns::Title, Qt::DescendingOrder);
-        window_->resize(900, 555);
+        window_->resize(780, 555);
         QVERIFY(window_->close());
         QCOMPARE(library_->list.rowCount(), 0);
         cleanup();
         open();
-        QCOMPARE(window_->size(), QSize(900, 555));
+        QCOMPARE(window_->size(), QSize(780, 555));
         QCOMPARE(table().columnWidth(RecordColumns::Artist), 77);
         QVERIFY(!table().isColumnHidden(RecordColumns::Genre) && table().isColumnHidden(RecordColumns::Year));
         QCOMPARE(table().horizontalHeader()->visualIndex(1), 3);

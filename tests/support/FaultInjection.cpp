@@ -124,7 +124,11 @@ size_t fwrite(const void* bytes, size_t size, size_t count, FILE* file)
     return file == stdout || file == stderr ? work(count) : callPart(count, 0, work);
 }
 
-ssize_t pwrite64(int file, const void* bytes, size_t size, off64_t offset) __attribute__((alias("pwrite")));
+ssize_t pwrite64(int file, const void* bytes, size_t size, off64_t offset)
+{
+    return pwrite(file, bytes, size, offset);
+}
+
 int ftruncate64(int file, off64_t length) noexcept __attribute__((alias("ftruncate")));
 int fallocate64(int file, int mode, off64_t offset, off64_t length) __attribute__((alias("fallocate")));
 }
