@@ -28,6 +28,25 @@ bool isOtherThanFile(int descriptor)
     return ::fstat(descriptor, &found) == 0 && !S_ISREG(found.st_mode);
 }
 
+/// Whether something is at @p path that is no file: a device, a pipe.
+bool isSpecial(const QString& path)
+{
+    struct stat found {};
+    return ::stat(PathBytes::encode(path).constData(), &found) == 0 && !S_ISREG(found.st_mode)
+           && !S_ISDIR(found.st_mode);
+}
+
+QString writeToSpecial(const QString& path, const QByteArray& bytes)
+{
+    const int descriptor = ::open(PathBytes::encode(path).constData(), O_WRONLY | O_CLOEXEC);
+    if (descriptor < 0)
+        return qt_error_string(errno);
+    QFile file;
+    const bool isWritten = file.open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle)
+                           && file.write(bytes) == bytes.size() && file.flush();
+    return isWritten ? QString() : file.errorString();
+}
+
 } // namespace
 
 QString ImageFile::objectionTo(const QByteArray& bytes)
@@ -57,8 +76,12 @@ QString ImageFile::write(const QString& path, const QByteArray& bytes)
 {
     if (!PathBytes::isPlain(path))
         return translated(QT_TRANSLATE_NOOP("ImageFile", "The name is not valid UTF-8"));
+    if (isSpecial(path))
+        return writeToSpecial(path, bytes);
     QSaveFile file(path);
     file.setDirectWriteFallback(true);
-    const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    // What is flushed only on closing would be lost without a word where the disk is full.
+    const bool isWritten =
+        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() && file.commit();
     return isWritten ? QString() : file.errorString();
 }

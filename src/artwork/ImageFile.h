@@ -15,7 +15,8 @@ struct ImageFile {
     /// @return why encoded bytes can't be stored as art; empty when they can.
     static QString objectionTo(const QByteArray& bytes);
 
-    /// Writes a file wholly or not at all, unless its folder takes no new file; one that is there is replaced.
+    /// Writes a file wholly or not at all, unless its folder takes no new file; one that is there is replaced. Devices
+    /// and pipes are written to.
     /// @return why it could not be written; empty when it was.
     static QString write(const QString& path, const QByteArray& bytes);
 };

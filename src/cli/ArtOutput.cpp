@@ -13,6 +13,9 @@
 
 #include <stdexcept>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace {
 
 /// What the user is told.
@@ -44,6 +47,30 @@ QByteArray formatOf(const QString& extension)
     return extension == QLatin1String("jpg") ? QByteArray("jpeg") : extension.toLatin1();
 }
 
+/// Keeps what the picture libraries print by themselves off the standard error.
+class MutedErrors {
+public:
+    MutedErrors() : kept_(::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1))
+    {
+        const int nothing = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+        if (kept_ >= 0 && nothing >= 0)
+            ::dup2(nothing, STDERR_FILENO);
+        if (nothing >= 0)
+            ::close(nothing);
+    }
+    ~MutedErrors()
+    {
+        if (kept_ < 0)
+            return;
+        ::dup2(kept_, STDERR_FILENO);
+        ::close(kept_);
+    }
+    Q_DISABLE_COPY_MOVE(MutedErrors)
+
+private:
+    int kept_;
+};
+
 QByteArray converted(const QByteArray& art, const QString& extension)
 {
     if (Picture::format(art) == formatOf(extension))
@@ -53,16 +80,22 @@ QByteArray converted(const QByteArray& art, const QString& extension)
     auto* converter = qobject_cast<PictureConverter*>(plugin.instance());
     if (!converter)
         throw Refusal(plugin.errorString());
+    const MutedErrors muted;
     const auto bytes = converter->convert(art, extension);
     if (!bytes)
         throw Refusal(QStringLiteral("The cover art can't be converted"));
     return *bytes;
 }
 
+/// @param image where art is to be written; a recording that is there, whatever its name, is told by its content.
 void checkIsNoRecording(const QString& image)
 {
-    const QString extension = QFileInfo(image).suffix().toLower();
-    if (FileFinder::supportedExtensions().contains(extension))
+    const QFileInfo file(image);
+    const bool isNamedSo = FileFinder::supportedExtensions().contains(file.suffix().toLower());
+    const auto isOne = [&] {
+        return file.isFile() && !ImageFile::read(image).error.isEmpty() && TaglibWrapper::detectStreamType(image);
+    };
+    if (isNamedSo || isOne())
         throw Refusal(QStringLiteral("Cover art is not written over recordings: %1").arg(image));
 }
 

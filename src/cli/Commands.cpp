@@ -46,7 +46,7 @@ public:
 
 QByteArray lineOf(const QString& text)
 {
-    return PathBytes::encode(text) + '\n';
+    return PathBytes::encode(Printable::line(text)) + '\n';
 }
 
 } // namespace
@@ -54,6 +54,8 @@ QByteArray lineOf(const QString& text)
 Commands::Commands(const CommandLine& line) : line_(line)
 {
     errors_.beforeLine = [this] { progress_.clear(); };
+    const bool tellsFiles = line.command == Command::Show || line.command == Command::Type || line.dryRun;
+    progress_.setQuiet(tellsFiles && StandardOutput::isTerminal());
 }
 
 int Commands::run()
@@ -106,6 +108,7 @@ void Commands::show(const QStringList& files)
 {
     const bool inColour =
         StandardOutput::isTerminal() && qEnvironmentVariableIsEmpty("NO_COLOR") && qgetenv("TERM") != "dumb";
+    // Every piece ends a line, as other lines may go to the same terminal.
     QByteArray separator = line_.json ? "[\n" : "";
     forEach(files, [&](const QString& path) {
         const auto report = FileReport::read(path);
@@ -113,12 +116,11 @@ void Commands::show(const QStringList& files)
             errors_.report(path, TaglibWrapper::failureReason());
             return;
         }
-        progress_.clear();
-        output_.write(separator + (line_.json ? report->toJson() : report->toText(inColour)));
-        separator = line_.json ? ",\n" : "\n";
+        output_.write(separator + (line_.json ? report->toJson() + '\n' : report->toText(inColour)));
+        separator = line_.json ? "," : "\n";
     });
     if (line_.json)
-        output_.write(separator.startsWith('[') ? "[]\n" : "\n]\n");
+        output_.write(separator.startsWith('[') ? "[]\n" : "]\n");
 }
 
 void Commands::showType(const QString& path)
@@ -224,9 +226,7 @@ void Commands::getChapters(const QString& path)
         errors_.report(path, TaglibWrapper::failureReason());
         return;
     }
-    QList<Chapter> chapters;
-    for (const auto& text : *texts)
-        chapters.append(Chapter::fromText(text));
+    const QList<Chapter> chapters = Chapter::fromTexts(*texts);
     if (line_.json) {
         output_.write(QJsonDocument(toJson(chapters)).toJson(QJsonDocument::Compact) + '\n');
         return;

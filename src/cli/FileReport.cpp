@@ -93,17 +93,6 @@ std::vector<Row> rowsOf(const FileReport& report)
     return rows;
 }
 
-std::optional<QList<Chapter>> readChapters(const QString& path)
-{
-    const auto texts = TaglibWrapper::getChapters(path);
-    if (!texts)
-        return std::nullopt;
-    QList<Chapter> chapters;
-    for (const auto& text : *texts)
-        chapters.append(Chapter::fromText(text));
-    return chapters;
-}
-
 QJsonObject artObject(const FileReport::Art& art)
 {
     const auto known = [&](const QJsonValue& value) { return art.format.isEmpty() ? QJsonValue() : value; };
@@ -123,20 +112,29 @@ Chapter Chapter::fromText(const QString& text)
     return {text.first(at), static_cast<quint32>(text.sliced(at + 1).toInt())};
 }
 
+QList<Chapter> Chapter::fromTexts(const QStringList& texts)
+{
+    QList<Chapter> chapters;
+    for (const auto& text : texts)
+        chapters.append(fromText(text));
+    return chapters;
+}
+
 std::optional<FileReport> FileReport::read(const QString& path)
 {
     FileReport report;
     report.path = path;
     report.type = TaglibWrapper::detectFileType(path).value_or(QString());
-    const auto tags = TaglibWrapper::readTrack(path, report.type, [&](const QByteArray& bytes) {
+    const auto contents = TaglibWrapper::readContents(path, report.type, [&](const QByteArray& bytes) {
         const QSize pixels = Picture::size(bytes);
         report.art = {bytes.size(), QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex(),
                       pixels.isEmpty() ? QByteArray() : Picture::format(bytes), pixels};
     });
-    if (!tags)
+    if (!contents)
         return std::nullopt;
-    report.tags = *tags;
-    report.chapters = readChapters(path);
+    report.tags = contents->tags;
+    if (contents->chapters)
+        report.chapters = Chapter::fromTexts(*contents->chapters);
     return report;
 }
 

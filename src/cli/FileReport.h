@@ -18,6 +18,7 @@ struct Chapter {
 
     /// @param text as the engine gives it: title, "@" and milliseconds.
     static Chapter fromText(const QString& text);
+    static QList<Chapter> fromTexts(const QStringList& texts);
 };
 
 /// What `show` tells about a file.

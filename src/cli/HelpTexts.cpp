@@ -205,9 +205,9 @@ Example:
 
 constexpr auto rename = R"(Usage: sonvika-cli rename [--token TEXT …] [--dry-run] FILE …
 
-Names the files by their tags. Each file stays in its folder and keeps its
-extension; no file is ever replaced. Without --token the format that was stored
-in Sonvika's window is used.
+Names the files by their tags. A file keeps its extension; a "/" in a name
+leads into another folder, which has to be there; no file is ever replaced.
+Without --token the format that was stored in Sonvika's window is used.
 
 Options:
   --token TEXT       The next piece of the name: the value of a field, or else

@@ -5,11 +5,13 @@
 #include "platform/FileSystem.h"
 #include "platform/PathBytes.h"
 
-#include <QDir>
 #include <QFile>
+#include <QHash>
 #include <QSet>
 
 #include <cerrno>
+#include <cstdlib>
+#include <memory>
 #include <system_error>
 
 #include <fcntl.h>
@@ -61,11 +63,26 @@ private:
 
     void addFile(const QString& path)
     {
-        const QString absolute = QDir::cleanPath(QDir::current().absoluteFilePath(path));
-        if (known_.contains(absolute))
+        const auto slash = path.lastIndexOf(QLatin1Char('/'));
+        const QByteArray name = PathBytes::encode(path.mid(slash + 1));
+        const QByteArray spelling = realFolder(path.left(slash + 1)) + '/' + name;
+        if (known_.contains(spelling))
             return;
-        known_.insert(absolute);
+        known_.insert(spelling);
         files_.append(path);
+    }
+
+    /// The folder with every link followed.
+    QByteArray realFolder(const QString& folder)
+    {
+        QByteArray& real = realFolders_[folder];
+        if (real.isEmpty()) {
+            const QByteArray name = folder.isEmpty() ? QByteArray(".") : PathBytes::encode(folder);
+            const std::unique_ptr<char, decltype(&std::free)> found(::realpath(name.constData(), nullptr),
+                                                                    &std::free);
+            real = found ? QByteArray(found.get()) : name;
+        }
+        return real;
     }
 
     QList<QByteArray> readNames(const QString& path)
@@ -78,10 +95,10 @@ private:
             return {};
         }
         QFile file;
-        file.open(descriptor, QIODevice::ReadOnly,
-                  isInput ? QFileDevice::DontCloseHandle : QFileDevice::AutoCloseHandle);
+        const bool isOpen = file.open(descriptor, QIODevice::ReadOnly,
+                                      isInput ? QFileDevice::DontCloseHandle : QFileDevice::AutoCloseHandle);
         const QByteArray content = file.readAll();
-        if (file.error() != QFile::NoError) {
+        if (!isOpen || file.error() != QFile::NoError) {
             errors_.report(path, file.errorString());
             return {};
         }
@@ -92,7 +109,8 @@ private:
 
     ErrorLines& errors_;
     QStringList files_;
-    QSet<QString> known_;
+    QSet<QByteArray> known_;
+    QHash<QString, QByteArray> realFolders_;
 };
 
 } // namespace

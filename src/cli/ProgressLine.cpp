@@ -41,8 +41,9 @@ bool ProgressLine::fileBegins(const QString& path)
     if (StopSignals::received() != 0)
         return false;
     ++begun_;
-    const bool isDue = sinceStart_.hasExpired(patience) && (!isShown_ || sinceShown_.hasExpired(interval));
-    if (isDue && ::isatty(STDERR_FILENO) == 1)
+    const bool isDue =
+        sinceStart_.hasExpired(patience) && (!sinceShown_.isValid() || sinceShown_.hasExpired(interval));
+    if (isDue && !isQuiet_ && ::isatty(STDERR_FILENO) == 1)
         show(path);
     return true;
 }

@@ -12,6 +12,8 @@ public:
     bool fileBegins(const QString& path) override;
     void workEnds() override;
 
+    /// Where the files' own lines go to the same terminal, those are progress enough.
+    void setQuiet(bool quiet) { isQuiet_ = quiet; }
     /// Makes room for another line; the progress comes back with the next file.
     void clear();
 
@@ -23,4 +25,5 @@ private:
     qsizetype count_ = 0;
     qsizetype begun_ = 0;
     bool isShown_ = false;
+    bool isQuiet_ = false;
 };

@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "cli/Printable.h"
 #include "platform/PathBytes.h"
 #include "platform/StandardStreams.h"
 
@@ -28,6 +29,8 @@ int print(const QByteArray& text)
     StandardOutput output;
     output.write(text);
     output.flush();
+    if (output.error() != 0)
+        ErrorLines().report(QStringLiteral("standard output"), qt_error_string(output.error()));
     return output.error() == 0 ? 0 : 1;
 }
 
@@ -58,7 +61,7 @@ int main(int argc, char* argv[])
         return carryOut(arguments);
     } catch (const UsageError& error) {
         const QByteArray text =
-            PathBytes::encode(QStringLiteral("sonvika-cli: %1\n%2\n").arg(error.message, error.hint));
+            "sonvika-cli: " + PathBytes::encode(Printable::line(error.message)) + '\n' + error.hint.toUtf8() + '\n';
         [[maybe_unused]] const auto written =
             ::write(STDERR_FILENO, text.constData(), static_cast<std::size_t>(text.size()));
         return wrongUsage;

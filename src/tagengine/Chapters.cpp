@@ -1,3 +1,4 @@
+#include "tagengine/EngineReads.h"
 #include "tagengine/FailureReason.h"
 #include "tagengine/OpenedFile.h"
 #include "tagengine/TagText.h"
@@ -67,7 +68,11 @@ std::unique_ptr<ChapterFrame> makeChapter(const QString& text, const QByteArray&
 
 std::optional<QStringList> TaglibWrapper::getChapters(const QString& path)
 {
-    const OpenedFile file(path);
+    return EngineReads::chapters(OpenedFile(path));
+}
+
+std::optional<QStringList> EngineReads::chapters(const OpenedFile& file)
+{
     if (file.isNull() || !file.tag())
         return std::nullopt;
     auto* mpeg = file.as<TagLib::MPEG::File>();

@@ -3,6 +3,7 @@
 #include "tagengine/PropertyMap.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <taglib/tbytevector.h>
 
@@ -18,5 +19,8 @@ std::optional<PropertyMap> metadata(const OpenedFile& file);
 
 /// @return none without a picture, and when the container is not of that type.
 std::optional<TagLib::ByteVector> picture(const OpenedFile& file, const QString& type);
+
+/// As TaglibWrapper::getChapters gives them.
+std::optional<QStringList> chapters(const OpenedFile& file);
 
 } // namespace EngineReads

@@ -122,6 +122,16 @@ void writeEntry(const OpenedFile& file, const QString& key, const QString& value
         writeProperty(file, key, value);
 }
 
+std::optional<PropertyMap> readTrackOf(const OpenedFile& file, const QString& type,
+                                       const std::function<void(const QByteArray&)>& visitImage)
+{
+    if (file.isNull())
+        return std::nullopt;
+    if (const auto picture = EngineReads::picture(file, type))
+        visitImage(QByteArray::fromRawData(picture->data(), picture->size()));
+    return EngineReads::metadata(file);
+}
+
 void printOpenError(const QString& path)
 {
     TagText::printLine(QStringLiteral("Error: TagLib::FileRef.isNull: Unable to open file:") + path);
@@ -150,15 +160,19 @@ std::optional<PropertyMap> TaglibWrapper::getMetadata(const QString& path)
     return file.isNull() ? std::nullopt : EngineReads::metadata(file);
 }
 
+std::optional<TaglibWrapper::Contents>
+TaglibWrapper::readContents(const QString& path, const QString& type,
+                            const std::function<void(const QByteArray&)>& visitImage)
+{
+    const OpenedFile file(path);
+    const auto tags = readTrackOf(file, type, visitImage);
+    return tags ? std::optional(Contents{*tags, EngineReads::chapters(file)}) : std::nullopt;
+}
+
 std::optional<PropertyMap> TaglibWrapper::readTrack(const QString& path, const QString& type,
                                                     const std::function<void(const QByteArray&)>& visitImage)
 {
-    const OpenedFile file(path);
-    if (file.isNull())
-        return std::nullopt;
-    if (const auto picture = EngineReads::picture(file, type))
-        visitImage(QByteArray::fromRawData(picture->data(), picture->size()));
-    return EngineReads::metadata(file);
+    return readTrackOf(OpenedFile(path), type, visitImage);
 }
 
 bool TaglibWrapper::setMetadata(const QString& path, const PropertyMap& changes)

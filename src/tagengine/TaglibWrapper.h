@@ -62,10 +62,21 @@ public:
     /// not of that type.
     static std::optional<QByteArray> getImageData(const QString& path, const QString& type);
 
-    /// getMetadata and getImageData in one reading of the file, without a copy of the picture.
+    /// What readTrack found besides the picture.
+    struct Contents {
+        PropertyMap tags;
+        /// As getChapters gives them.
+        std::optional<QStringList> chapters;
+    };
+
+    /// getMetadata, getImageData and getChapters in one reading of the file, without a copy of the picture.
     /// @param visitImage is called with the bytes that getImageData would return, which are gone after the call; not
     /// called where it would return none.
-    /// @return what getMetadata would return.
+    /// @return none where getMetadata would return none.
+    static std::optional<Contents> readContents(const QString& path, const QString& type,
+                                                const std::function<void(const QByteArray&)>& visitImage);
+
+    /// The same without the chapters. @return what getMetadata would return.
     static std::optional<PropertyMap> readTrack(const QString& path, const QString& type,
                                                 const std::function<void(const QByteArray&)>& visitImage);
 
