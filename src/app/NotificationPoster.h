@@ -21,6 +21,7 @@ public:
     ~NotificationPoster() override;
 
     void postNotification(const QString& title, const QString& body) override;
+    void noteFailure(const Failure& failure) override { emit failureNoted(failure); }
 
     /// Asks the desktop whether notices may be shown. A refusal turns "showNotifications" off.
     void requestAuthorization();
@@ -28,6 +29,10 @@ public:
     /// From now on, notices that come while the program is in front make a sound and go to the notification list,
     /// without a banner.
     void presentQuietlyInFront() { quietInFront_ = true; }
+
+signals:
+    /// Emitted on the thread on which the failure is noted.
+    void failureNoted(const Failure& failure);
 
 private:
     void schedule(const QString& title, const QString& body);

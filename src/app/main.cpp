@@ -86,6 +86,9 @@ void connectWindows(Program& program)
     QObject::connect(&program.previewPanel, &PreviewOnDemand::shownChanged, &program.preview,
                      &PreviewController::shownChanged);
     program.window.attachPreview(program.preview);
+    program.window.attachWork(program.work);
+    program.window.attachFailures(program.failures);
+    QObject::connect(&program.notifier, &NotificationPoster::failureNoted, &program.failures, &FailureLog::append);
     QObject::connect(&program.controller, &ViewController::preferencesWanted, &program.preferences,
                      &PreferencesOpener::showPreferences);
     QObject::connect(&program.controller, &ViewController::aboutWanted, &program.preferences,
@@ -99,13 +102,18 @@ void connectDesktop(Program& program, DBusApplication& onTheBus)
     QObject::connect(&program.loader, &FileLoader::activationWanted, window, &MainWindow::bringToFront);
     QObject::connect(&program.loader, &FileLoader::frontWanted, window, &MainWindow::bringToFront);
     QObject::connect(&onTheBus, &DBusApplication::activationWanted, &program.controller, &ViewController::showWindow);
-    QObject::connect(&onTheBus, &DBusApplication::opened, &program.delegate, &AppDelegate::applicationOpenFiles);
+    QObject::connect(&onTheBus, &DBusApplication::opened, window, [&program](const QStringList& paths) {
+        program.work.whenIdle([&program, paths] { program.delegate.applicationOpenFiles(paths); });
+    });
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &program.delegate, &AppDelegate::applicationWillTerminate);
     QObject::connect(qApp, &QGuiApplication::commitDataRequest, &program.delegate,
                      &AppDelegate::applicationWillTerminate);
-    QObject::connect(&program.terminationSignals, &TerminationSignals::endWanted, window, [window] {
-        window->close();
-        QCoreApplication::quit();
+    QObject::connect(&program.terminationSignals, &TerminationSignals::endWanted, window, [&program] {
+        program.work.cancel();
+        program.work.whenIdle([&program] {
+            program.window.close();
+            QCoreApplication::quit();
+        });
     });
 }
 

@@ -1,5 +1,7 @@
 #include "app/ui/MainWindow.h"
 
+#include "app/FailureLog.h"
+#include "app/LongWork.h"
 #include "app/PreviewController.h"
 #include "app/ViewController.h"
 #include "app/ui/Actions.h"
@@ -8,6 +10,8 @@
 #include "app/ui/LightGradientView.h"
 #include "app/ui/LinkLabel.h"
 #include "app/ui/MainMenu.h"
+#include "app/ui/MessagesWindow.h"
+#include "app/ui/WorkBar.h"
 #include "artwork/ui/DropView.h"
 #include "artwork/ui/RowDragImage.h"
 #include "library/ArrayController.h"
@@ -41,6 +45,7 @@ constexpr int editorWidth = 320;
 constexpr int searchMargin = 6;
 constexpr int statusIndent = 4;
 constexpr int layoutSettlesAfter = 500;
+constexpr int passingStatusLasts = 10'000;
 
 /// The list, and above it what it shows while it is empty.
 QWidget* listArea(QuickLookTableView& table, QWidget* hint)
@@ -284,7 +289,53 @@ void MainWindow::updateStatus()
         text = tr("%1 of %2").arg(number(shown), text);
     if (selected > 0)
         text += tr(", %1 selected").arg(number(selected));
-    status_->setText(all == 0 ? QString() : text);
+    if (!passingStatus_.isEmpty())
+        status_->setText(passingStatus_);
+    else
+        status_->setText(all == 0 ? QString() : text);
+}
+
+void MainWindow::attachWork(LongWork& work)
+{
+    statusBar()->addPermanentWidget(new WorkBar(work, this));
+    connect(&work, &LongWork::stopped, this, &MainWindow::showStopped);
+}
+
+void MainWindow::showStopped(qsizetype done, qsizetype count)
+{
+    const QLocale locale;
+    passingStatus_ = tr("Stopped after %1 of %2 files").arg(locale.toString(done), locale.toString(count));
+    updateStatus();
+    QTimer::singleShot(passingStatusLasts, this, [this] {
+        passingStatus_.clear();
+        updateStatus();
+    });
+}
+
+void MainWindow::attachFailures(FailureLog& failures)
+{
+    auto* counter = new QToolButton(this);
+    counter->setObjectName(QStringLiteral("messages"));
+    counter->setAutoRaise(true);
+    counter->setFocusPolicy(Qt::TabFocus);
+    counter->setToolTip(tr("Show what went wrong"));
+    counter->hide();
+    statusBar()->addPermanentWidget(counter);
+    connect(&failures, &FailureLog::countChanged, counter, [counter](int count) {
+        counter->setText(tr("%n message(s)", nullptr, count));
+        counter->setVisible(count > 0);
+    });
+    connect(counter, &QToolButton::clicked, this, [this, &failures] { showMessages(failures); });
+}
+
+void MainWindow::showMessages(FailureLog& failures)
+{
+    if (!messagesWindow_) {
+        messagesWindow_ = new MessagesWindow(failures, this);
+        messagesWindow_->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    messagesWindow_->show();
+    messagesWindow_->activateWindow();
 }
 
 void MainWindow::findInList()

@@ -11,8 +11,11 @@ class ArrayController;
 class ArtworkDrops;
 class DropView;
 class EditorPane;
+class FailureLog;
 class FileFormatController;
 class ListDrops;
+class LongWork;
+class MessagesWindow;
 class PreviewController;
 class QLabel;
 class QLineEdit;
@@ -34,6 +37,10 @@ public:
 
     /// Lets the commands show and hide the preview.
     void attachPreview(PreviewController& preview);
+    /// Shows long work in the status line, with a button to cancel it.
+    void attachWork(LongWork& work);
+    /// Counts failures in the status line, where they can be looked up.
+    void attachFailures(FailureLog& failures);
     /// Tells in the status line that there is a newer version, with a link to its page.
     void showUpdate(const QString& version, const QUrl& page);
     /// The list of files.
@@ -56,6 +63,8 @@ private:
     void showFormatWindow();
     void closeFormatWindow();
     void updateStatus();
+    void showStopped(qsizetype done, qsizetype count);
+    void showMessages(FailureLog& failures);
     void findInList();
     /// What a key does in the search field.
     void addSearchKey(Qt::Key key, const std::function<void()>& action);
@@ -77,6 +86,9 @@ private:
     EditorPane* editor_ = nullptr;
     DropView* well_ = nullptr;
     QLabel* status_ = nullptr;
+    /// Stands in the status line for a while instead of the numbers.
+    QString passingStatus_;
     QPointer<FileFormatController> formatWindow_;
+    QPointer<MessagesWindow> messagesWindow_;
     bool frontWanted_ = false;
 };

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/FailureLog.h"
+#include "app/LongWork.h"
 #include "app/NotificationPoster.h"
 #include "app/PreviewController.h"
 #include "app/Updater.h"
@@ -19,7 +21,6 @@
 #include "library/FileLoader.h"
 #include "library/ListDrops.h"
 #include "library/TagWriter.h"
-#include "library/WorkMonitor.h"
 #include "naming/FileRenamer.h"
 #include "platform/DBusColourScheme.h"
 #include "platform/DBusFileBrowser.h"
@@ -40,25 +41,26 @@ struct Program {
     ProgramStyle& style = ProgramStyle::install();
     UserDefaults defaults;
     DBusNotificationService notificationService;
+    FailureLog failures;
     NotificationPoster notifier{defaults, notificationService};
     RecentFilesList recentDocuments;
     FileDialogs panels;
     DBusFileBrowser fileBrowser;
     DropFolder dropFolder;
-    UnwatchedWork monitor;
+    LongWork work;
     ArrayController list;
-    FileLoader loader{list, notifier, recentDocuments, monitor};
+    FileLoader loader{list, notifier, recentDocuments, work};
     TagWriter writer{notifier};
-    FieldEditor editor{list, writer, monitor};
-    BatchCommands batch{list, writer, notifier, monitor};
+    FieldEditor editor{list, writer, work};
+    BatchCommands batch{list, writer, notifier, work};
     ListDrops drops{list, loader, dropFolder, notifier};
     ShownArt art;
-    ArtworkCommands artwork{list, art, notifier, panels, fileBrowser, defaults, monitor};
+    ArtworkCommands artwork{list, art, notifier, panels, fileBrowser, defaults, work};
     ArtworkDrops artworkDrops{list, artwork, art, dropFolder, defaults};
     BookmarksManager bookmarks{defaults};
     OpenPanelManager openPanel{panels};
     PermissionManager permissions{openPanel, bookmarks};
-    FileRenamer renamer{list, permissions, notifier, monitor};
+    FileRenamer renamer{list, permissions, notifier, work};
     ViewController controller{list, loader, editor, batch, artwork, art, renamer, panels};
     MainWindow window{controller, list, drops, art, artworkDrops, recentDocuments, defaults};
     PreviewOnDemand previewPanel{QtAudioPlayer::make, window.table(), window};

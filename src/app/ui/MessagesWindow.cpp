@@ -1,0 +1,67 @@
+#include "app/ui/MessagesWindow.h"
+
+#include "app/FailureLog.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+constexpr QSize initialSize(720, 320);
+constexpr int fileWidth = 200;
+
+} // namespace
+
+MessagesWindow::MessagesWindow(FailureLog& log, QWidget* parent)
+    : QDialog(parent), log_(log), table_(new QTreeView(this))
+{
+    setWindowTitle(tr("Messages"));
+    resize(initialSize);
+    table_->setModel(&log);
+    table_->setAccessibleName(tr("Messages"));
+    table_->setRootIsDecorated(false);
+    table_->setUniformRowHeights(true);
+    table_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    table_->header()->setStretchLastSection(true);
+    table_->resizeColumnToContents(FailureLog::Time);
+    table_->setColumnWidth(FailureLog::File, fileWidth);
+    table_->scrollToBottom();
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    auto* copy = buttons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
+    auto* clear = buttons->addButton(tr("C&lear"), QDialogButtonBox::ActionRole);
+    connect(copy, &QPushButton::clicked, this, &MessagesWindow::copy);
+    connect(clear, &QPushButton::clicked, &log, &FailureLog::clear);
+    connect(clear, &QPushButton::clicked, this, &QDialog::close);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
+    auto* copyKey = new QShortcut(QKeySequence::Copy, table_);
+    copyKey->setContext(Qt::WidgetShortcut);
+    connect(copyKey, &QShortcut::activated, this, &MessagesWindow::copy);
+
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(table_);
+    column->addWidget(buttons);
+    table_->setFocus();
+}
+
+void MessagesWindow::copy() const
+{
+    QList<int> rows;
+    for (const auto& index : table_->selectionModel()->selectedRows())
+        rows.append(index.row());
+    std::sort(rows.begin(), rows.end());
+    if (rows.isEmpty()) {
+        rows.resize(log_.rowCount());
+        std::iota(rows.begin(), rows.end(), 0);
+    }
+    QGuiApplication::clipboard()->setText(log_.text(rows));
+}
