@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QProcess>
 #include <QTest>
+#include <QToolButton>
 #include <QTranslator>
 
 #include <csignal>
@@ -62,7 +63,9 @@ QStringList cutTexts(const QWidget& window)
     for (const auto* widget : window.findChildren<QWidget*>()) {
         const auto* label = qobject_cast<const QLabel*>(widget);
         const auto* button = qobject_cast<const QAbstractButton*>(widget);
-        const QString text = label ? label->text() : button ? button->text() : QString();
+        const auto* tool = qobject_cast<const QToolButton*>(widget);
+        const bool isPicture = tool && tool->toolButtonStyle() == Qt::ToolButtonIconOnly && !tool->icon().isNull();
+        const QString text = label ? label->text() : button && !isPicture ? button->text() : QString();
         const bool wraps = label && label->wordWrap();
         const int needed = wraps ? widget->heightForWidth(widget->width()) : widget->sizeHint().width();
         if (!text.isEmpty() && widget->isVisible() && (wraps ? widget->height() : widget->width()) < needed)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/LongWork.h"
 #include "app/ViewController.h"
 #include "artwork/ArtworkCommands.h"
 #include "artwork/ArtworkDrops.h"
@@ -11,7 +12,6 @@
 #include "library/FileLoader.h"
 #include "library/ListDrops.h"
 #include "library/TagWriter.h"
-#include "library/WorkMonitor.h"
 #include "naming/FileRenamer.h"
 #include "platform/DropFolder.h"
 #include "platform/UserDefaults.h"
@@ -29,7 +29,7 @@ struct Library {
     FakeFileBrowser fileBrowser;
     QTemporaryDir settings;
     UserDefaults defaults{settings.filePath(QStringLiteral("settings.ini"))};
-    UnwatchedWork monitor;
+    LongWork monitor;
     ArrayController list;
     FileLoader loader{list, notifier, recent, monitor};
     TagWriter writer{notifier};

@@ -37,15 +37,15 @@ MessagesWindow::MessagesWindow(FailureLog& log, QWidget* parent)
     table_->scrollToBottom();
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-    auto* copy = buttons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
+    auto* copy = buttons->addButton(tr("&Copy All"), QDialogButtonBox::ActionRole);
     auto* clear = buttons->addButton(tr("C&lear"), QDialogButtonBox::ActionRole);
-    connect(copy, &QPushButton::clicked, this, &MessagesWindow::copy);
+    connect(copy, &QPushButton::clicked, this, &MessagesWindow::copyAll);
     connect(clear, &QPushButton::clicked, &log, &FailureLog::clear);
     connect(clear, &QPushButton::clicked, this, &QDialog::close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
     auto* copyKey = new QShortcut(QKeySequence::Copy, table_);
     copyKey->setContext(Qt::WidgetShortcut);
-    connect(copyKey, &QShortcut::activated, this, &MessagesWindow::copy);
+    connect(copyKey, &QShortcut::activated, this, &MessagesWindow::copySelected);
 
     auto* column = new QVBoxLayout(this);
     column->addWidget(table_);
@@ -53,15 +53,23 @@ MessagesWindow::MessagesWindow(FailureLog& log, QWidget* parent)
     table_->setFocus();
 }
 
-void MessagesWindow::copy() const
+void MessagesWindow::copyAll() const
+{
+    QList<int> rows(log_.rowCount());
+    std::iota(rows.begin(), rows.end(), 0);
+    copy(rows);
+}
+
+void MessagesWindow::copySelected() const
 {
     QList<int> rows;
     for (const auto& index : table_->selectionModel()->selectedRows())
         rows.append(index.row());
     std::sort(rows.begin(), rows.end());
-    if (rows.isEmpty()) {
-        rows.resize(log_.rowCount());
-        std::iota(rows.begin(), rows.end(), 0);
-    }
+    copy(rows);
+}
+
+void MessagesWindow::copy(const QList<int>& rows) const
+{
     QGuiApplication::clipboard()->setText(log_.text(rows));
 }

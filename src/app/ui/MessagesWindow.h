@@ -5,7 +5,7 @@
 class FailureLog;
 class QTreeView;
 
-/// The list of what went wrong. It can be copied, the selected rows or else all, and emptied.
+/// The list of what went wrong. All of it or the selected rows can be copied, and it can be emptied.
 class MessagesWindow : public QDialog {
     Q_OBJECT
 
@@ -13,7 +13,9 @@ public:
     MessagesWindow(FailureLog& log, QWidget* parent);
 
 private:
-    void copy() const;
+    void copyAll() const;
+    void copySelected() const;
+    void copy(const QList<int>& rows) const;
 
     FailureLog& log_;
     QTreeView* table_;
