@@ -112,7 +112,7 @@ private slots:
         QVERIFY(counter->isVisible() && counter->text().startsWith(u'2'));
         counter->click();
         auto* messages = window_->findChild<MessagesWindow*>();
-        QVERIFY(messages && messages->isVisible());
+        QVERIFY(messages && QTest::qWaitForWindowActive(messages));
         auto* table = messages->findChild<QTreeView*>();
         QCOMPARE(table->model()->index(0, FailureLog::File).data().toString(), u"x.mp3"_qs);
         button(*messages, u"&Copy All"_qs)->click();

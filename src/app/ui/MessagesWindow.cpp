@@ -6,8 +6,8 @@
 #include <QClipboard>
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPushButton>
-#include <QShortcut>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -43,14 +43,21 @@ MessagesWindow::MessagesWindow(FailureLog& log, QWidget* parent)
     connect(clear, &QPushButton::clicked, &log, &FailureLog::clear);
     connect(clear, &QPushButton::clicked, this, &QDialog::close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
-    auto* copyKey = new QShortcut(QKeySequence::Copy, table_);
-    copyKey->setContext(Qt::WidgetShortcut);
-    connect(copyKey, &QShortcut::activated, this, &MessagesWindow::copySelected);
+    table_->installEventFilter(this);
 
     auto* column = new QVBoxLayout(this);
     column->addWidget(table_);
     column->addWidget(buttons);
     table_->setFocus();
+}
+
+bool MessagesWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    // The view itself would copy one cell.
+    if (event->type() != QEvent::KeyPress || !static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy))
+        return QDialog::eventFilter(watched, event);
+    copySelected();
+    return true;
 }
 
 void MessagesWindow::copyAll() const

@@ -12,6 +12,9 @@ class MessagesWindow : public QDialog {
 public:
     MessagesWindow(FailureLog& log, QWidget* parent);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void copyAll() const;
     void copySelected() const;
