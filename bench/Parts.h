@@ -27,6 +27,9 @@ void artwork(const Corpus& corpus, const QString& folder);
 /// Renaming files against a bare loop, and planning it.
 void renaming(const Corpus& corpus, int largest);
 
+/// Editing many files with the bar that shows it, and without.
+void work(const Corpus& corpus, int largest);
+
 /// The start of the program against that of an empty window.
 void start();
 /// One such start; ends the process.

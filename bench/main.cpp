@@ -30,7 +30,7 @@ Options parseOptions(const QApplication& application)
                                      QStringLiteral("N"), QStringLiteral("50000"));
     parser.addOptions({folder, largest});
     parser.addPositionalArgument(QStringLiteral("parts"), QStringLiteral("What to measure; everything by default."),
-                                 QStringLiteral("[load] [memory] [list] [save] [art] [rename] [start]"));
+                                 QStringLiteral("[load] [memory] [list] [save] [art] [rename] [work] [start]"));
     parser.process(application);
     return {parser.value(folder), std::max(1'000, parser.value(largest).toInt()), parser.positionalArguments()};
 }
@@ -52,6 +52,8 @@ void runParts(const Options& options, const QString& folder)
         Parts::artwork(corpus, folder);
     if (options.wants("rename"))
         Parts::renaming(corpus, options.largest);
+    if (options.wants("work"))
+        Parts::work(corpus, options.largest);
     if (options.wants("start"))
         Parts::start();
 }

@@ -22,15 +22,19 @@ WorkBar::WorkBar(LongWork& work, QWidget* parent)
 {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});
-    row->addWidget(file_);
+    row->addWidget(file_, 1);
     row->addWidget(bar_);
     row->addWidget(cancel_);
-    file_->setFixedWidth(fileWidth);
+    setFixedWidth(fileWidth + row->spacing() + barWidth + row->spacing() + cancel_->sizeHint().width());
     file_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     bar_->setFixedWidth(barWidth);
     bar_->setAccessibleName(tr("Progress"));
     cancel_->setFocusPolicy(Qt::NoFocus);
     cancel_->setToolTip(tr("Stop after the file that is being worked on (Escape)"));
+    // The status line is as high without it, so that nothing moves when it comes.
+    QSizePolicy kept = sizePolicy();
+    kept.setRetainSizeWhenHidden(true);
+    setSizePolicy(kept);
     connect(cancel_, &QPushButton::clicked, &work, &LongWork::cancel);
     connect(&work, &LongWork::advanced, this, &WorkBar::showWork);
     connect(&work, &LongWork::ended, this, &QWidget::hide);
@@ -44,6 +48,8 @@ void WorkBar::showWork(qsizetype done, qsizetype count, const QString& path)
     bar_->setMaximum(static_cast<int>(count));
     bar_->setValue(static_cast<int>(done));
     show();
+    // What is only scheduled may wait for a moment that does not come before the work has ended.
+    repaint();
 }
 
 bool WorkBar::isCancelAt(const QWindow& window, const QPoint& place) const
