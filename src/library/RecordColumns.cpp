@@ -76,11 +76,15 @@ void sortByKey(std::vector<AudioFilePtr>& records, QString AudioFile::*text, boo
     records = std::move(sorted);
 }
 
-bool anyFieldContains(const AudioFile& record, const QStringMatcher& word)
+/// What is searched, with ends of lines, which no word contains, between the texts.
+QString searchedText(const AudioFile& record)
 {
-    return std::any_of(columns.begin(), columns.end(), [&](const ColumnInfo& column) {
-        return column.text != &AudioFile::compilation && word.indexIn(record.*column.text) >= 0;
-    });
+    QString all;
+    for (const auto& column : columns) {
+        if (column.text != &AudioFile::compilation)
+            all += record.*column.text + u'\n';
+    }
+    return all;
 }
 
 } // namespace
@@ -113,10 +117,11 @@ void sort(std::vector<AudioFilePtr>& records, int column, bool ascending)
                                 [&](const QString& text) { return collator.sortKey(text); });
 }
 
-bool matches(const AudioFile& record, const std::vector<QStringMatcher>& words)
+bool matches(const AudioFile& record, const std::vector<QStringMatcher>& words, const TextFold& fold)
 {
+    const QString text = fold(searchedText(record));
     return std::all_of(words.begin(), words.end(),
-                       [&](const QStringMatcher& word) { return anyFieldContains(record, word); });
+                       [&](const QStringMatcher& word) { return word.indexIn(text) >= 0; });
 }
 
 } // namespace RecordColumns
