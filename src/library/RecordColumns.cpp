@@ -33,6 +33,8 @@ constexpr std::array<ColumnInfo, Count> columns{{
     {QT_TRANSLATE_NOOP("RecordColumns", "Compilation"), &AudioFile::compilation, true},
 }};
 
+constexpr int usualLength = 256;
+
 const ColumnInfo& info(int column)
 {
     return columns[static_cast<std::size_t>(column)];
@@ -76,13 +78,16 @@ void sortByKey(std::vector<AudioFilePtr>& records, QString AudioFile::*text, boo
     records = std::move(sorted);
 }
 
-/// What is searched, with ends of lines, which no word contains, between the texts.
-QString searchedText(const AudioFile& record)
+/// What is searched, folded, with ends of lines, which no word contains, between the texts.
+QString searchedText(const AudioFile& record, const TextFold& fold)
 {
     QString all;
+    all.reserve(usualLength);
     for (const auto& column : columns) {
-        if (column.text != &AudioFile::compilation)
-            all += record.*column.text + u'\n';
+        if (column.text == &AudioFile::compilation)
+            continue;
+        fold.appendTo(all, record.*column.text);
+        all += u'\n';
     }
     return all;
 }
@@ -119,7 +124,7 @@ void sort(std::vector<AudioFilePtr>& records, int column, bool ascending)
 
 bool matches(const AudioFile& record, const std::vector<QStringMatcher>& words, const TextFold& fold)
 {
-    const QString text = fold(searchedText(record));
+    const QString text = searchedText(record, fold);
     return std::all_of(words.begin(), words.end(),
                        [&](const QStringMatcher& word) { return word.indexIn(text) >= 0; });
 }

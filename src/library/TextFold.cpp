@@ -5,7 +5,6 @@
 
 namespace {
 
-constexpr char16_t firstMark = 0x300;
 constexpr char16_t notYetKnown = 0xffff;
 
 struct Alphabet {
@@ -88,30 +87,44 @@ bool isAccent(QChar character)
 } // namespace
 
 TextFold::TextFold(const QLocale& locale)
-    : ownLetters_(ownLetters(locale.language())), single_(std::size_t{notYetKnown} + 1, notYetKnown)
+    : ownLetters_(ownLetters(locale.language())), ownMarks_(ownLetters_.normalized(QString::NormalizationForm_D)),
+      single_(std::size_t{notYetKnown} + 1, notYetKnown)
 {
 }
 
 QString TextFold::operator()(const QString& text) const
 {
-    // An accent that stands alone may belong to a letter of its own.
-    const bool hasAccents =
-        std::any_of(text.begin(), text.end(), [](QChar c) { return c >= firstMark && isAccent(c); });
-    const QString composed = hasAccents ? text.normalized(QString::NormalizationForm_C) : text;
     QString result;
-    result.reserve(composed.size());
-    for (const QChar character : composed)
-        append(result, character);
+    appendTo(result, text);
     return result;
 }
 
-void TextFold::append(QString& text, QChar character) const
+void TextFold::appendTo(QString& result, const QString& text) const
 {
-    const char16_t single = folded(character.unicode());
-    if (single != 0)
-        text += QChar(single);
-    else
-        text += others_.value(character.unicode());
+    const qsizetype start = result.size();
+    result.resize(start + text.size());
+    QChar* place = result.data() + start;
+    for (const QChar character : text) {
+        const char16_t single = single_[character.unicode()];
+        if (single == 0 || single == notYetKnown) {
+            result.truncate(start);
+            appendOneByOne(result, text);
+            return;
+        }
+        *place++ = QChar(single);
+    }
+}
+
+void TextFold::appendOneByOne(QString& result, const QString& text) const
+{
+    const bool isParted = std::any_of(text.begin(), text.end(), [this](QChar c) { return joins(c); });
+    for (const QChar character : isParted ? text.normalized(QString::NormalizationForm_C) : text) {
+        const char16_t single = folded(character.unicode());
+        if (single != 0)
+            result += QChar(single);
+        else
+            result += others_.value(character.unicode());
+    }
 }
 
 char16_t TextFold::folded(char16_t character) const
@@ -120,10 +133,18 @@ char16_t TextFold::folded(char16_t character) const
     if (known != notYetKnown)
         return known;
     const QString text = compute(character);
-    known = text.size() == 1 ? text.front().unicode() : u'\0';
+    known = text.size() == 1 && !joins(character) ? text.front().unicode() : u'\0';
     if (known == 0)
         others_.insert(character, text);
     return known;
+}
+
+bool TextFold::joins(QChar character) const
+{
+    const auto c = character.unicode();
+    const bool isHangulPart = c >= 0x1160 && c <= 0x11ff;
+    return isHangulPart
+           || (character.combiningClass() != 0 && (!isAccent(character) || ownMarks_.contains(character)));
 }
 
 QString TextFold::compute(QChar character) const

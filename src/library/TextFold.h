@@ -14,15 +14,20 @@ public:
     explicit TextFold(const QLocale& locale);
 
     QString operator()(const QString& text) const;
+    void appendTo(QString& result, const QString& text) const;
 
 private:
     QString compute(QChar character) const;
     QString plain(QChar letter) const;
-    /// @return 0 for what folds to no or several characters, which `others_` holds.
+    /// Whether the character may be part of the letter that stands before it.
+    bool joins(QChar character) const;
+    /// @return 0 for what joins, or folds to no or several characters, which `others_` holds.
     char16_t folded(char16_t character) const;
-    void append(QString& text, QChar character) const;
+    void appendOneByOne(QString& result, const QString& text) const;
 
     QString ownLetters_;
+    /// Their plain letters and their marks.
+    QString ownMarks_;
     // Filled as characters turn up.
     mutable std::vector<char16_t> single_;
     mutable QHash<char16_t, QString> others_;

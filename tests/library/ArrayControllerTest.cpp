@@ -148,6 +148,11 @@ private slots:
                  "en | ﬁn | fin | yes",
                  "ja | がく | かく | no",
                  "ko | 한국 | 한 | yes",
+                 "ko | \u1112\u1161\u11ab\u1100\u116e\u11a8 | 한국 | yes",
+                 "ja | \u304b\u3099く | がく | yes",
+                 "en | Cafe\u0301 | café | yes",
+                 "ru | и\u0306 | й | yes",
+                 "ru | и\u0306 | и | no",
                  "tr | İstanbul ISPARTA | istanbul ısparta | yes",
                  "C | É | e | yes"});
     }
