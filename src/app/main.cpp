@@ -1,3 +1,4 @@
+#include "app/Translations.h"
 #include "app/ui/Program.h"
 #include "artwork/ui/AlbumArtView.h"
 #include "platform/DBusApplication.h"
@@ -35,11 +36,11 @@ Options parseOptions(const QStringList& arguments)
     const QCommandLineOption screenshot(
         QStringLiteral("screenshot"),
         QCoreApplication::translate("main", "Select the first file, save a picture of the window, and quit."),
-        QStringLiteral("file"));
+        QCoreApplication::translate("main", "file"));
     parser.addOptions({appearance, screenshot});
     parser.addPositionalArgument(QStringLiteral("files"),
                                  QCoreApplication::translate("main", "Files and folders to open."),
-                                 QStringLiteral("[file|folder …]"));
+                                 QCoreApplication::translate("main", "[file|folder …]"));
     parser.process(arguments);
     return {parser.positionalArguments(), parser.value(screenshot), parser.value(appearance)};
 }
@@ -137,6 +138,7 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationName(QStringLiteral("Sonvika"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SONVIKA_VERSION));
     QGuiApplication::setDesktopFileName(DBusApplication::name);
+    Translations::install(QLocale::system());
     const Options options = parseOptions(arguments);
     DBusApplication onTheBus;
     if (isServedElsewhere(onTheBus, options))

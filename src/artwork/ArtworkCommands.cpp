@@ -78,10 +78,11 @@ void ArtworkCommands::deleteImage()
 
 void ArtworkCommands::saveImage()
 {
-    const QString title = SelectionSummary(list_.selectedObjects()).value(QStringLiteral("title"));
+    const QString title = SelectionSummary(list_.selectedObjects()).shownValue(QStringLiteral("title"));
     SavePanelRequest request;
     request.title = translated(QT_TRANSLATE_NOOP("ArtworkCommands", "Save Image"));
-    request.name = title.isEmpty() ? QStringLiteral("Title") : FileSystem::asFileName(title);
+    request.name =
+        title.isEmpty() ? translated(QT_TRANSLATE_NOOP("ArtworkCommands", "Title")) : FileSystem::asFileName(title);
     request.willAppear = [this](SavePanel& panel) { accessory_.viewWillAppear(panel); };
     request.formatSelected = [this](SavePanel& panel, int index) { accessory_.selectFormat(panel, index); };
     request.chosen = [this](const QString& path) { saveArt(path); };

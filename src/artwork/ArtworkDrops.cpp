@@ -67,7 +67,7 @@ std::unique_ptr<QMimeData> ArtworkDrops::pasteboardWriterForDropView()
 
 QString ArtworkDrops::fileNameForType() const
 {
-    const QString title = SelectionSummary(list_.selectedObjects()).value(QStringLiteral("title"));
+    const QString title = SelectionSummary(list_.selectedObjects()).shownValue(QStringLiteral("title"));
     const QString base = title.isEmpty() ? QStringLiteral("AlbumArt") : FileSystem::asFileName(title);
     return base + QLatin1Char('.') + ImageFormats::extensions().value(ImageFormats::storedIndex(defaults_));
 }

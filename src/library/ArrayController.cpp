@@ -1,6 +1,7 @@
 #include "library/ArrayController.h"
 
 #include "library/RecordColumns.h"
+#include "library/TextOrder.h"
 
 #include <algorithm>
 #include <iterator>
@@ -37,7 +38,7 @@ ArrayController::AddingBatch::~AddingBatch()
         list_.endAdding();
 }
 
-ArrayController::ArrayController() : selection_(*this) {}
+ArrayController::ArrayController() : fold_(TextOrder::locale()), selection_(*this) {}
 
 std::vector<AudioFilePtr> ArrayController::selectedObjects() const
 {
@@ -165,7 +166,7 @@ void ArrayController::reloadData()
 
 void ArrayController::setFilterText(const QString& text)
 {
-    const QString wanted = text.simplified();
+    const QString wanted = fold_(text).simplified();
     if (wanted == filterText_)
         return;
     // What a longer text finds, its beginning has found already.
@@ -175,7 +176,7 @@ void ArrayController::setFilterText(const QString& text)
             filterText_ = wanted;
             filterWords_.clear();
             for (const auto& word : wanted.split(QLatin1Char(' '), Qt::SkipEmptyParts))
-                filterWords_.emplace_back(word, Qt::CaseInsensitive);
+                filterWords_.emplace_back(word, Qt::CaseSensitive);
         },
         narrows ? arranged_ : content_);
     emit countChanged();
@@ -234,7 +235,7 @@ QVariant ArrayController::headerData(int section, Qt::Orientation orientation, i
 
 bool ArrayController::passesFilter(const AudioFile& record) const
 {
-    return filterWords_.empty() || RecordColumns::matches(record, filterWords_);
+    return filterWords_.empty() || RecordColumns::matches(record, filterWords_, fold_);
 }
 
 template <class Change>

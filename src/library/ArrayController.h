@@ -2,6 +2,7 @@
 
 #include "library/ListSelection.h"
 #include "library/PathIndex.h"
+#include "library/TextFold.h"
 #include "model/AudioFile.h"
 
 #include <QAbstractTableModel>
@@ -57,7 +58,7 @@ public:
     /// Tells the views that any cell may have changed; selection and order stay.
     void reloadData();
 
-    /// Shows only the records whose file name or text fields contain every word of the text, ignoring case.
+    /// Shows only the records whose file name or text fields contain every word of the text (see TextFold).
     /// Rows that stay keep their selection.
     void setFilterText(const QString& text);
     /// Orders the list by a column; -1 leaves the order as it is and keeps it from then on.
@@ -88,6 +89,7 @@ private:
     std::vector<AudioFilePtr> arranged_;
     std::vector<AudioFilePtr> added_;
     PathIndex paths_;
+    TextFold fold_;
     QString filterText_;
     std::vector<QStringMatcher> filterWords_;
     int batches_ = 0;

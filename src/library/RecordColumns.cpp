@@ -33,6 +33,8 @@ constexpr std::array<ColumnInfo, Count> columns{{
     {QT_TRANSLATE_NOOP("RecordColumns", "Compilation"), &AudioFile::compilation, true},
 }};
 
+constexpr int usualLength = 256;
+
 const ColumnInfo& info(int column)
 {
     return columns[static_cast<std::size_t>(column)];
@@ -76,11 +78,18 @@ void sortByKey(std::vector<AudioFilePtr>& records, QString AudioFile::*text, boo
     records = std::move(sorted);
 }
 
-bool anyFieldContains(const AudioFile& record, const QStringMatcher& word)
+/// What is searched, folded, with ends of lines, which no word contains, between the texts.
+QString searchedText(const AudioFile& record, const TextFold& fold)
 {
-    return std::any_of(columns.begin(), columns.end(), [&](const ColumnInfo& column) {
-        return column.text != &AudioFile::compilation && word.indexIn(record.*column.text) >= 0;
-    });
+    QString all;
+    all.reserve(usualLength);
+    for (const auto& column : columns) {
+        if (column.text == &AudioFile::compilation)
+            continue;
+        fold.appendTo(all, record.*column.text);
+        all += u'\n';
+    }
+    return all;
 }
 
 } // namespace
@@ -113,10 +122,11 @@ void sort(std::vector<AudioFilePtr>& records, int column, bool ascending)
                                 [&](const QString& text) { return collator.sortKey(text); });
 }
 
-bool matches(const AudioFile& record, const std::vector<QStringMatcher>& words)
+bool matches(const AudioFile& record, const std::vector<QStringMatcher>& words, const TextFold& fold)
 {
+    const QString text = searchedText(record, fold);
     return std::all_of(words.begin(), words.end(),
-                       [&](const QStringMatcher& word) { return anyFieldContains(record, word); });
+                       [&](const QStringMatcher& word) { return word.indexIn(text) >= 0; });
 }
 
 } // namespace RecordColumns

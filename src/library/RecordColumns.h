@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/TextFold.h"
 #include "model/AudioFile.h"
 
 #include <QString>
@@ -38,7 +39,7 @@ bool isNumeric(int column);
 /// it as numbers. Empty values come first.
 void sort(std::vector<AudioFilePtr>& records, int column, bool ascending);
 
-/// Whether every one of the words occurs in the file name or in a text field, ignoring case.
-bool matches(const AudioFile& record, const std::vector<QStringMatcher>& words);
+/// Whether every one of the words, which are folded, occurs in the folded file name or in a folded text field.
+bool matches(const AudioFile& record, const std::vector<QStringMatcher>& words, const TextFold& fold);
 
 } // namespace RecordColumns

@@ -2,6 +2,8 @@
 
 #include "model/NumberText.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <array>
 
@@ -55,4 +57,11 @@ SelectionSummary::SelectionSummary(const std::vector<AudioFilePtr>& records)
         values_[name] = isNumber ? NumberText::variousNumber : NumberText::various;
         mixed_.insert(name);
     }
+}
+
+QString SelectionSummary::shownValue(const QString& name) const
+{
+    const QString found = value(name);
+    return isMixed(name) && found == NumberText::various ? QCoreApplication::translate("SelectionSummary", "Various")
+                                                         : found;
 }

@@ -20,6 +20,8 @@ public:
 
     /// @return the common value or the marker; @p missing when nothing is selected.
     QString value(const QString& name, const QString& missing = {}) const { return values_.value(name, missing); }
+    /// The value as the user reads it: "Various" in the user's language, and an empty text for what is missing.
+    QString shownValue(const QString& name) const;
     /// True where the value is a marker.
     bool isMixed(const QString& name) const { return mixed_.contains(name); }
     bool isEmpty() const { return values_.isEmpty(); }

@@ -1,10 +1,15 @@
 #include "library/TextOrder.h"
 
-QCollator TextOrder::collator()
+QLocale TextOrder::locale()
 {
     // The C locale knows neither letters nor numbers.
-    const QLocale locale;
-    QCollator collator(locale.language() == QLocale::C ? QLocale(QLocale::English) : locale);
+    const QLocale wanted = QLocale().collation();
+    return wanted.language() == QLocale::C ? QLocale(QLocale::English) : wanted;
+}
+
+QCollator TextOrder::collator()
+{
+    QCollator collator(locale());
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     return collator;

@@ -64,10 +64,24 @@ const QStringList& FileNameFormat::sortedKeys()
     static const QStringList titles = [] {
         QStringList names;
         for (const auto& field : fields)
-            names.append(QCoreApplication::translate("FileNameFormat", field.title));
+            names.append(QLatin1String(field.title));
         return names;
     }();
     return titles;
+}
+
+QString FileNameFormat::shownTitle(const QString& token)
+{
+    const Field* field = fieldForToken(token);
+    return field ? QCoreApplication::translate("FileNameFormat", field->title) : token;
+}
+
+QString FileNameFormat::tokenFor(const QString& text)
+{
+    const auto& keys = sortedKeys();
+    const auto found =
+        std::find_if(keys.begin(), keys.end(), [&](const auto& key) { return shownTitle(key) == text; });
+    return found == keys.end() ? text : *found;
 }
 
 bool FileNameFormat::isFieldToken(const QString& token)

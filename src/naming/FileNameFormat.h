@@ -6,11 +6,16 @@
 class AudioFile;
 class UserDefaults;
 
-/// The file-name format: an ordered list of texts, each the title of a field token or literal text.
+/// The file-name format: an ordered list of texts, each a field token or literal text. The tokens are the same in every
+/// language, so that a stored format and one in a script keep their meaning; a window shows their titles instead.
 namespace FileNameFormat {
 
-/// The titles of the eight field tokens in the user's language, in palette order.
+/// The eight field tokens, in palette order: their English titles.
 const QStringList& sortedKeys();
+/// The title of a field token in the user's language; any other text as it is.
+QString shownTitle(const QString& token);
+/// The field token that has the text as its title in the user's language; the text itself when none has.
+QString tokenFor(const QString& text);
 bool isFieldToken(const QString& token);
 
 /// Track, title, album and year with " - " between them.

@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 #include "app/NotificationPoster.h"
+#include "app/Translations.h"
 #include "app/Updater.h"
 #include "app/ui/LightGradientView.h"
 #include "app/ui/MainWindow.h"
@@ -133,10 +134,15 @@ private slots:
         QCOMPARE(library.list.rowCount(), 2);
     }
 
-    void longTranslationsAreNotCut()
+    void translationsAreNotCut_data() { addRows({"long", "de", "fr"}); }
+    void translationsAreNotCut()
     {
-        LongTexts translator;
-        QVERIFY(QCoreApplication::installTranslator(&translator));
+        const auto [language] = row<1>();
+        LongTexts longTexts;
+        if (language == u"long")
+            QVERIFY(QCoreApplication::installTranslator(&longTexts));
+        else
+            Translations::install(QLocale(language));
         {
             const ScratchFolder folder;
             Library library;
@@ -157,10 +163,14 @@ private slots:
                 QTRY_COMPARE(preferences.selectedPane(), pane);
                 QTest::qWait(0);
                 QCOMPARE(cutTexts(preferences), QStringList());
+                if (language != u"long")
+                    QCOMPARE(preferences.width(), qRound(preferences.prefWidth()));
             }
             QCOMPARE(cutTexts(window), QStringList());
         }
-        QCoreApplication::removeTranslator(&translator);
+        for (auto* translator : qApp->findChildren<QTranslator*>())
+            delete translator;
+        QCoreApplication::removeTranslator(&longTexts);
         QWidget box;
         QLabel narrow(u"A text"_qs, &box);
         narrow.resize(5, narrow.sizeHint().height());

@@ -118,6 +118,60 @@ private slots:
         QCOMPARE(Library::titles(library.list.arrangedObjects()), u"Red Blue"_qs);
     }
 
+    // the user's locale | a title | what is searched | found, then searched letter by letter
+    void searchesAsTheAlphabetDoes_data()
+    {
+        addRows({"en | Björk Café | bjork cafe | yes",
+                 "fr | Noël | NOE | yes",
+                 "de | Motörhead | motor | yes",
+                 "de | Straße | STRASSE | yes",
+                 "en | Sigur Rós – Ágætis | agaetis | yes",
+                 "en | Mo\u0308t | möt | yes",
+                 "sv | Ö | o | no",
+                 "sv | Ö | ö | yes",
+                 "sv | O\u0308 | Ö | yes",
+                 "sv | Ö | O\u0308 | yes",
+                 "sv | Café | cafe | yes",
+                 "sv | Ü | u | yes",
+                 "da | Søn | son | no",
+                 "en | Søn | son | yes",
+                 "pl | Łódź | lodz | no",
+                 "de | Łódź | lodz | yes",
+                 "es | Año | ano | no",
+                 "es | Canción | cancion | yes",
+                 "vi | Cấm | câm | yes",
+                 "vi | Cậu | cau | no",
+                 "vi | Cậu | câu | yes",
+                 "ru | Ёлка | елка | yes",
+                 "ru | Чай | чаи | no",
+                 "en | ＡＢＣ | abc | yes",
+                 "en | ﬁn | fin | yes",
+                 "ja | がく | かく | no",
+                 "ko | 한국 | 한 | yes",
+                 "ko | \u1112\u1161\u11ab\u1100\u116e\u11a8 | 한국 | yes",
+                 "ja | \u304b\u3099く | がく | yes",
+                 "en | Cafe\u0301 | café | yes",
+                 "ru | и\u0306 | й | yes",
+                 "ru | и\u0306 | и | no",
+                 "tr | İstanbul ISPARTA | istanbul ısparta | yes",
+                 "C | É | e | yes"});
+    }
+    void searchesAsTheAlphabetDoes()
+    {
+        const auto [locale, title, wanted, found] = row<4>();
+        QLocale::setDefault(QLocale(locale));
+        Library library;
+        QLocale::setDefault(QLocale::c());
+        library.add(u"x"_qs);
+        library.list.content()[0]->title = title;
+        library.list.setFilterText(wanted);
+        QCOMPARE(library.list.rowCount(), int(found == u"yes"));
+        library.list.setFilterText({});
+        for (qsizetype i = 1; i <= wanted.size(); ++i)
+            library.list.setFilterText(wanted.first(i));
+        QCOMPARE(library.list.rowCount(), int(found == u"yes"));
+    }
+
     void addedRecordsGoWhereTheyBelong()
     {
         Library library;

@@ -19,6 +19,19 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QTableView>
+#include <QTranslator>
+
+namespace {
+
+struct FieldTitles : QTranslator {
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* source, const char*, int) const override
+    {
+        return qstrcmp(context, "FileNameFormat") == 0 ? u'<' + QLatin1String(source) + u'>' : QString();
+    }
+};
+
+} // namespace
 
 class FormatWindowTest : public QObject {
     Q_OBJECT
@@ -83,6 +96,31 @@ private slots:
         QTest::keyClick(&field(), Qt::Key_Tab);
         QCOMPARE(field().tokens(), QStringList{u"Album Artist"_qs});
         QCOMPARE(chips(), 1);
+    }
+
+    void tokensAreTheSameInEveryLanguage()
+    {
+        FieldTitles titles;
+        QVERIFY(QCoreApplication::installTranslator(&titles));
+        library_->controller.showFormatWindow();
+        auto* opened = main_->findChildren<FileFormatController*>().last();
+        QVERIFY(QTest::qWaitForWindowActive(opened));
+        QCOMPARE(field().tokens(), FileNameFormat::defaultTokens());
+        const auto* genre = opened->findChild<TokenButton*>(u"Genre"_qs);
+        QCOMPARE(genre->text(), u"<Genre>"_qs);
+        for (const auto& typed : {u"<Title>"_qs, u"Title"_qs}) {
+            field().setTokens({});
+            field().setFocus();
+            QTest::keyClicks(&field(), typed);
+            QCOMPARE(field().tokens(), QStringList{u"Title"_qs});
+            QCOMPARE(chips(), 0);
+            QTest::keyClick(&field(), Qt::Key_Tab);
+            QCOMPARE(field().tokens(), QStringList{u"Title"_qs});
+            QCOMPARE(chips(), 1);
+        }
+        field().selectAll();
+        field().copy();
+        QCOMPARE(QApplication::clipboard()->text(), u"<Title>"_qs);
     }
 
     void pastedTextIsLiteralAndOneLine()

@@ -32,7 +32,7 @@ Actions::Actions(ViewController& controller, ArrayController& list, const ShownA
     pasteImage = makeLocal(EditTags, tr("&Paste Album Art"), QKeySequence::Paste, &Controller::pasteImage);
     deleteImage = makeLocal(DeleteImage, tr("&Delete Album Art"), QKeySequence::Delete, &Controller::deleteImage);
     removeUnsupportedTags = make(Strip, tr("Remove &Unsupported Tags"), {}, &Controller::removeUnsupportedTags);
-    removeAllTags = make(Strip, tr("&Remove All Tags"), {}, &Controller::removeAllTags);
+    removeAllTags = make(Strip, tr("Remove &All Tags"), {}, &Controller::removeAllTags);
     preferences =
         make(Untagged, tr("&Preferences…"), QKeySequence(Qt::CTRL | Qt::Key_Comma), &Controller::showPreferences);
     preferences->setMenuRole(QAction::PreferencesRole);

@@ -279,16 +279,15 @@ void MainWindow::closeFormatWindow()
 
 void MainWindow::updateStatus()
 {
-    const QLocale locale;
-    const auto number = [&](auto count) { return locale.toString(static_cast<qlonglong>(count)); };
-    const auto selected = list_.selection().rows().size();
-    const auto all = list_.content().size();
-    const auto shown = static_cast<std::size_t>(list_.rowCount());
-    QString text = all == 1 ? tr("1 file") : tr("%1 files").arg(number(all));
-    if (shown != all)
-        text = tr("%1 of %2").arg(number(shown), text);
+    const auto selected = static_cast<int>(list_.selection().rows().size());
+    const auto all = static_cast<int>(list_.content().size());
+    const int shown = list_.rowCount();
+    QString text =
+        shown == all
+            ? tr("%Ln files", nullptr, all)
+            : tr("%1 of %Ln files", "the files that match a search, of all", all).arg(QLocale().toString(shown));
     if (selected > 0)
-        text += tr(", %1 selected").arg(number(selected));
+        text = tr("%1, %Ln selected", "%1 tells the number of files", selected).arg(text);
     if (!passingStatus_.isEmpty())
         status_->setText(passingStatus_);
     else
@@ -303,8 +302,8 @@ void MainWindow::attachWork(LongWork& work)
 
 void MainWindow::showStopped(qsizetype done, qsizetype count)
 {
-    const QLocale locale;
-    passingStatus_ = tr("Stopped after %1 of %2 files").arg(locale.toString(done), locale.toString(count));
+    passingStatus_ =
+        tr("Stopped after %1 of %Ln files", nullptr, static_cast<int>(count)).arg(QLocale().toString(done));
     updateStatus();
     QTimer::singleShot(passingStatusLasts, this, [this] {
         passingStatus_.clear();
@@ -322,7 +321,7 @@ void MainWindow::attachFailures(FailureLog& failures)
     counter->hide();
     statusBar()->addPermanentWidget(counter);
     connect(&failures, &FailureLog::countChanged, counter, [counter](int count) {
-        counter->setText(tr("%n message(s)", nullptr, count));
+        counter->setText(tr("%Ln messages", nullptr, count));
         counter->setVisible(count > 0);
     });
     connect(counter, &QToolButton::clicked, this, [this, &failures] { showMessages(failures); });

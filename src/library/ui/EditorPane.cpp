@@ -45,14 +45,14 @@ EditorPane::EditorPane(QWidget* parent) : QWidget(parent), grid_(new QGridLayout
     grid_->setContentsMargins(0, 0, 0, 0);
     grid_->setColumnStretch(1, 1);
 
-    addField(QT_TR_NOOP("&Title"), "TITLE", "title");
+    addField(QT_TR_NOOP("T&itle"), "TITLE", "title");
     addField(QT_TR_NOOP("&Artist"), "ARTIST", "artist");
     addField(QT_TR_NOOP("A&lbum"), "ALBUM", "album");
     addField(QT_TR_NOOP("Al&bum Artist"), "ALBUMARTIST", "albumArtist");
     addField(QT_TR_NOOP("&Year"), "YEAR", "year");
     addGenre();
-    addNumbers(QT_TR_NOOP("Trac&k"), "TRACKNUM", "TRACKTOTAL", "track");
-    addNumbers(QT_TR_NOOP("&Disc"), "DISCNUM", "DISCTOTAL", "disc");
+    addNumbers(QT_TR_NOOP("Trac&k"), "TRACKNUM", "TRACKTOTAL", "track", tr("Track total"));
+    addNumbers(QT_TR_NOOP("&Disc"), "DISCNUM", "DISCTOTAL", "disc", tr("Disc total"));
     addField(QT_TR_NOOP("&Comment"), "COMMENT", "comment");
     addCompilation();
     showSummary(SelectionSummary());
@@ -77,7 +77,7 @@ void EditorPane::showSummary(const SelectionSummary& summary)
     for (auto* field : std::as_const(fields_)) {
         const QString& name = field->summaryName();
         const bool isYear = name == QLatin1String("year");
-        field->showValue(isYear ? shownYear(summary) : summary.value(name), summary.isMixed(name));
+        field->showValue(isYear ? shownYear(summary) : summary.shownValue(name), summary.isMixed(name));
     }
     showCompilation(summary.value(QStringLiteral("compilation"), QStringLiteral("0")));
     form_->setEnabled(!summary.isEmpty());
@@ -111,17 +111,18 @@ void EditorPane::addGenre()
     addRow(label, genre_, genre_);
 }
 
-void EditorPane::addNumbers(const char* label, const char* key, const char* totalKey, const char* summaryPrefix)
+void EditorPane::addNumbers(const char* label, const char* key, const char* totalKey, const char* summaryPrefix,
+                            const QString& totalName)
 {
     const QByteArray prefix(summaryPrefix);
     const QString name = withoutMnemonic(tr(label));
     auto* row = new QWidget(form_);
     auto* number = makeField(key, (prefix + "Num").constData(), name);
-    auto* total = makeField(totalKey, (prefix + "Total").constData(), tr("%1 total").arg(name));
+    auto* total = makeField(totalKey, (prefix + "Total").constData(), totalName);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(number, 1);
-    layout->addWidget(new QLabel(tr("of"), row));
+    layout->addWidget(new QLabel(tr("of", "between a number and the total"), row));
     layout->addWidget(total, 1);
     addRow(tr(label), number, row);
 }

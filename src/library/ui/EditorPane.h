@@ -36,7 +36,8 @@ signals:
 private:
     TagField* addField(const char* label, const char* key, const char* summaryName);
     void addGenre();
-    void addNumbers(const char* label, const char* key, const char* totalKey, const char* summaryPrefix);
+    void addNumbers(const char* label, const char* key, const char* totalKey, const char* summaryPrefix,
+                    const QString& totalName);
     void addCompilation();
     void addRow(const QString& label, QWidget* buddy, QWidget* contents);
     TagField* makeField(const char* key, const char* summaryName, const QString& accessibleName);

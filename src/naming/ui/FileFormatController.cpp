@@ -11,7 +11,6 @@
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QLocale>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QTableView>
@@ -85,15 +84,15 @@ void FileFormatController::buildFormat(QGridLayout& grid)
     grid.addWidget(previewField_, grid.rowCount() - 1, 1);
 }
 
-QWidget* FileFormatController::buildPalette(const QStringList& titles)
+QWidget* FileFormatController::buildPalette(const QStringList& tokens)
 {
     auto* palette = new QWidget;
     auto* row = new QHBoxLayout(palette);
     row->setContentsMargins(0, 0, 0, 0);
-    for (const auto& title : titles) {
-        auto* button = new TokenButton(title);
-        button->setObjectName(title);
-        connect(button, &QAbstractButton::clicked, this, [this, title] { tokenField_->insertTokens({title}); });
+    for (const auto& token : tokens) {
+        auto* button = new TokenButton(token);
+        button->setObjectName(token);
+        connect(button, &QAbstractButton::clicked, this, [this, token] { tokenField_->insertTokens({token}); });
         row->addWidget(button);
     }
     row->addStretch(1);
@@ -174,15 +173,13 @@ void FileFormatController::showPlan()
 QString FileFormatController::planText() const
 {
     const RenamePlan& plan = plan_->plan();
-    const QLocale locale;
     const auto all = static_cast<int>(plan.entries().size());
     const int renamed = all - plan.failing() - plan.unchanged();
-    QString text =
-        renamed == 1 ? tr("1 file will be renamed") : tr("%1 files will be renamed").arg(locale.toString(renamed));
+    QString text = tr("%Ln files will be renamed", nullptr, renamed);
     if (plan.unchanged() > 0)
-        text += tr(", %1 unchanged").arg(locale.toString(plan.unchanged()));
+        text = tr("%1, %Ln unchanged", "%1 tells how many files will be renamed", plan.unchanged()).arg(text);
     if (plan.failing() > 0)
-        text += tr(", %1 can't be").arg(locale.toString(plan.failing()));
+        text = tr("%1, %Ln can't be", "%1 tells how many files will be renamed", plan.failing()).arg(text);
     return text;
 }
 

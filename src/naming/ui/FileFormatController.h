@@ -32,7 +32,7 @@ protected:
 
 private:
     void buildFormat(QGridLayout& grid);
-    QWidget* buildPalette(const QStringList& titles);
+    QWidget* buildPalette(const QStringList& tokens);
     void buildPlan(QGridLayout& grid);
     void buildButtons(QGridLayout& grid);
     void showPreview();

@@ -1,5 +1,6 @@
 #include "naming/ui/TokenButton.h"
 
+#include "naming/FileNameFormat.h"
 #include "naming/ui/TokenChip.h"
 #include "naming/ui/TokenField.h"
 
@@ -8,9 +9,9 @@
 #include <QKeyEvent>
 #include <QPainter>
 
-TokenButton::TokenButton(const QString& title, QWidget* parent) : QAbstractButton(parent)
+TokenButton::TokenButton(const QString& token, QWidget* parent) : QAbstractButton(parent), token_(token)
 {
-    setText(title);
+    setText(FileNameFormat::shownTitle(token));
     setAccessibleDescription(tr("Adds the field to the format"));
     setToolTip(tr("Drag it into the format, or double-click it"));
     setFocusPolicy(Qt::StrongFocus);
@@ -57,7 +58,7 @@ void TokenButton::keyPressEvent(QKeyEvent* event)
 void TokenButton::dragToken()
 {
     auto* drag = new QDrag(this);
-    drag->setMimeData(TokenField::mimeDataFor(text()));
+    drag->setMimeData(TokenField::mimeDataFor(token_));
     QPixmap pixmap(size() * devicePixelRatioF());
     pixmap.setDevicePixelRatio(devicePixelRatioF());
     pixmap.fill(Qt::transparent);

@@ -7,7 +7,7 @@ class TokenButton : public QAbstractButton {
     Q_OBJECT
 
 public:
-    explicit TokenButton(const QString& title, QWidget* parent = nullptr);
+    explicit TokenButton(const QString& token, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
 
@@ -22,5 +22,6 @@ protected:
 private:
     void dragToken();
 
+    QString token_;
     QPoint pressed_;
 };

@@ -1,12 +1,14 @@
 #include "naming/ui/TokenChip.h"
 
+#include "naming/FileNameFormat.h"
+
 #include <QPainter>
 #include <QTextCursor>
 #include <QTextEdit>
 
 namespace {
 
-constexpr int titleProperty = QTextFormat::UserProperty + 1;
+constexpr int tokenProperty = QTextFormat::UserProperty + 1;
 constexpr qreal sidePadding = 8;
 constexpr qreal verticalPadding = 2;
 constexpr qreal gap = 1;
@@ -40,18 +42,23 @@ void TokenChip::paint(QPainter& painter, const QRectF& place, const QString& tit
     painter.restore();
 }
 
-QTextCharFormat TokenChip::format(const QString& title)
+QTextCharFormat TokenChip::format(const QString& token)
 {
     QTextCharFormat format;
     format.setObjectType(objectType);
     format.setVerticalAlignment(QTextCharFormat::AlignMiddle);
-    format.setProperty(titleProperty, title);
+    format.setProperty(tokenProperty, token);
     return format;
+}
+
+QString TokenChip::token(const QTextFormat& format)
+{
+    return format.stringProperty(tokenProperty);
 }
 
 QString TokenChip::title(const QTextFormat& format)
 {
-    return format.stringProperty(titleProperty);
+    return FileNameFormat::shownTitle(token(format));
 }
 
 TokenChip::Renderer::Renderer(QTextEdit& field) : QObject(&field), field_(field) {}

@@ -16,7 +16,9 @@ void paint(QPainter& painter, const QRectF& place, const QString& title, const Q
 
 /// What a text document holds in the place of a chip.
 constexpr int objectType = QTextFormat::UserObject + 1;
-QTextCharFormat format(const QString& title);
+QTextCharFormat format(const QString& token);
+QString token(const QTextFormat& format);
+/// In the user's language.
 QString title(const QTextFormat& format);
 
 /// Draws the chips of a field's document.

@@ -23,7 +23,7 @@ constexpr int visibleLines = 2;
 
 const QString literalKey = QStringLiteral("literal");
 
-/// A chip, or a text between chips.
+/// A chip, which stands for a field token, or a text between chips.
 struct Piece {
     QString text;
     bool isChip;
@@ -39,7 +39,7 @@ std::vector<Piece> piecesOf(const QTextDocument& document, int begin, int end)
         const int last = std::min(end, fragment.position() + fragment.length());
         for (int i = std::max(begin, fragment.position()); i < last; ++i) {
             if (isChip)
-                pieces.push_back({TokenChip::title(fragment.charFormat()), true});
+                pieces.push_back({TokenChip::token(fragment.charFormat()), true});
             else if (pieces.empty() || pieces.back().isChip)
                 pieces.push_back({fragment.text()[i - fragment.position()], false});
             else
@@ -85,7 +85,7 @@ QMimeData* carrierOf(const std::vector<Piece>& pieces)
     QString text;
     for (const auto& piece : pieces) {
         tokens.append(piece.isChip ? QJsonValue(piece.text) : QJsonValue(QJsonObject{{literalKey, piece.text}}));
-        text += piece.text;
+        text += piece.isChip ? FileNameFormat::shownTitle(piece.text) : piece.text;
     }
     auto* carrier = new QMimeData;
     carrier->setData(TokenField::tokenType, QJsonDocument(tokens).toJson(QJsonDocument::Compact));
@@ -98,9 +98,9 @@ std::vector<Piece> piecesIn(const QMimeData& carrier)
     std::vector<Piece> pieces;
     const auto tokens = QJsonDocument::fromJson(carrier.data(TokenField::tokenType)).array();
     for (const auto& token : tokens) {
-        const QString title = token.toString();
-        const bool isChip = FileNameFormat::isFieldToken(title);
-        pieces.push_back({isChip ? title : title + token.toObject()[literalKey].toString(), isChip});
+        const QString text = token.toString();
+        const bool isChip = FileNameFormat::isFieldToken(text);
+        pieces.push_back({isChip ? text : text + token.toObject()[literalKey].toString(), isChip});
     }
     if (pieces.empty() && !cleaned(carrier.text()).isEmpty())
         pieces.push_back({carrier.text(), false});
@@ -128,7 +128,7 @@ QStringList TokenField::tokens() const
 {
     QStringList tokens;
     for (const auto& piece : piecesOf(*document(), 0, document()->characterCount()))
-        tokens.append(piece.text);
+        tokens.append(piece.isChip ? piece.text : FileNameFormat::tokenFor(piece.text));
     return tokens;
 }
 
@@ -159,12 +159,13 @@ void TokenField::makeChipsOfTitles()
     int position = 0;
     for (const auto& piece : piecesOf(*document(), 0, document()->characterCount())) {
         const int length = piece.isChip ? 1 : static_cast<int>(piece.text.size());
-        const bool isTitle = !piece.isChip && FileNameFormat::isFieldToken(piece.text);
+        const QString token = FileNameFormat::tokenFor(piece.text);
+        const bool isTitle = !piece.isChip && FileNameFormat::isFieldToken(token);
         QTextCursor cursor(document());
         cursor.setPosition(position);
         cursor.setPosition(position + length, QTextCursor::KeepAnchor);
         if (isTitle)
-            insert(cursor, {{piece.text, true}});
+            insert(cursor, {{token, true}});
         position += isTitle ? 1 : length;
     }
 }
@@ -276,9 +277,9 @@ void TokenField::focusOutEvent(QFocusEvent* event)
     QTextEdit::focusOutEvent(event);
 }
 
-QMimeData* TokenField::mimeDataFor(const QString& title)
+QMimeData* TokenField::mimeDataFor(const QString& token)
 {
-    return carrierOf({{title, true}});
+    return carrierOf({{token, true}});
 }
 
 QMimeData* TokenField::createMimeDataFromSelection() const

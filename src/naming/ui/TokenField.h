@@ -14,11 +14,11 @@ class TokenField : public QTextEdit {
     Q_OBJECT
 
 public:
-    /// The MIME type under which tokens are dragged and copied: a JSON array of titles and of {"literal": text}.
+    /// The MIME type under which tokens are dragged and copied: a JSON array of field tokens and of {"literal": text}.
     static const QString tokenType;
 
     /// What carries one field token: under tokenType, and as plain text for others. The caller owns it.
-    static QMimeData* mimeDataFor(const QString& title);
+    static QMimeData* mimeDataFor(const QString& token);
 
     explicit TokenField(QWidget* parent = nullptr);
 

@@ -34,12 +34,6 @@ protected:
     }
 };
 
-QString creditsResource()
-{
-    QFile file(QStringLiteral(":/about/credits.html"));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
 } // namespace
 
 AboutViewController::AboutViewController(QWidget* parent) : QWidget(parent), textView_(new CreditsView)
@@ -89,6 +83,17 @@ void AboutViewController::addButtons(QBoxLayout& column)
     row->addWidget(social);
     row->addStretch(1);
     column.addLayout(row);
+}
+
+QString AboutViewController::creditsResource()
+{
+    QFile file(QStringLiteral(":/about/credits.html"));
+    const auto credits = file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    return credits.arg(tr("An editor for the tags of MP3 and M4A files."),
+                       tr("Made with TagLib, Qt, GIFLIB, libimagequant, xxHash and zlib."),
+                       tr("Thanks to all who make them, and who make them free."),
+                       tr("Sonvika is free software: you may use, share and change it under the GNU General Public "
+                          "License, version&nbsp;3. It comes without any warranty."));
 }
 
 void AboutViewController::showCredits()

@@ -18,6 +18,7 @@ public:
 private:
     void addHeading(QBoxLayout& column);
     void addButtons(QBoxLayout& column);
+    static QString creditsResource();
     /// Shows none when the version of the program is not known.
     void showCredits();
 

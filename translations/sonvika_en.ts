@@ -1,0 +1,70 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en_GB">
+<context>
+    <name>FileFormatController</name>
+    <message numerus="yes">
+        <source>%Ln files will be renamed</source>
+        <translation>
+            <numerusform>%Ln file will be renamed</numerusform>
+            <numerusform>%Ln files will be renamed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, %Ln unchanged</source>
+        <comment>%1 tells how many files will be renamed</comment>
+        <translation>
+            <numerusform>%1, %Ln unchanged</numerusform>
+            <numerusform>%1, %Ln unchanged</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, %Ln can&apos;t be</source>
+        <comment>%1 tells how many files will be renamed</comment>
+        <translation>
+            <numerusform>%1, %Ln can&apos;t be</numerusform>
+            <numerusform>%1, %Ln can&apos;t be</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message numerus="yes">
+        <source>%Ln files</source>
+        <translation>
+            <numerusform>%Ln file</numerusform>
+            <numerusform>%Ln files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %Ln files</source>
+        <comment>the files that match a search, of all</comment>
+        <translation>
+            <numerusform>%1 of %Ln file</numerusform>
+            <numerusform>%1 of %Ln files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, %Ln selected</source>
+        <comment>%1 tells the number of files</comment>
+        <translation>
+            <numerusform>%1, %Ln selected</numerusform>
+            <numerusform>%1, %Ln selected</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Stopped after %1 of %Ln files</source>
+        <translation>
+            <numerusform>Stopped after %1 of %Ln file</numerusform>
+            <numerusform>Stopped after %1 of %Ln files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln messages</source>
+        <translation>
+            <numerusform>%Ln message</numerusform>
+            <numerusform>%Ln messages</numerusform>
+        </translation>
+    </message>
+</context>
+</TS>
