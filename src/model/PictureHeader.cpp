@@ -101,7 +101,10 @@ QSize webpSize(const QByteArray& bytes)
 {
     constexpr quint32 fourteenBits = 0x3fff;
     const Numbers numbers(bytes, false);
+    constexpr qsizetype longestHeader = 30;
     const QByteArray chunk = bytes.mid(12, 4);
+    if (bytes.size() < longestHeader)
+        return {};
     if (chunk == "VP8X")
         return {int(numbers.u24(24)) + 1, int(numbers.u24(27)) + 1};
     if (chunk == "VP8 " && bytes.mid(23, 3) == "\x9d\x01\x2a")
