@@ -19,10 +19,10 @@ void memoryChild(const QString& folder);
 void list(const Corpus& corpus, int largest);
 
 /// Reading, and writing to files below a folder, against a bare TagLib loop.
-void saving(const QString& folder);
+void saving(const QString& root);
 
 /// Setting cover art on files below a folder against the engine's own loop, and showing it.
-void artwork(const Corpus& corpus, const QString& folder);
+void artwork(const Corpus& corpus, const QString& root);
 
 /// Renaming files against a bare loop, and planning it.
 void renaming(const Corpus& corpus, int largest);

@@ -50,6 +50,7 @@ void compare(Program& program)
         std::printf("  rename: bare loop %.0f ms, Sonvika %.0f ms, ratio %.2f (aim 2.0)\n", bare, own, ratios.back());
     }
     std::vector<double> plans;
+    plans.reserve(runs);
     for (int i = 0; i < runs; ++i)
         plans.push_back(Measure::milliseconds([&] {
             if (RenamePlan(records, {FileNameFormat::sortedKeys().at(1), QStringLiteral("x")}).failing() != 0)

@@ -46,11 +46,13 @@ std::vector<double> type(QLineEdit& field, const QString& word, Painting& painti
 void printTyping(QLineEdit& field, const char* word, Painting& painting)
 {
     std::vector<std::vector<double>> runs;
+    runs.reserve(repetitions);
     for (int i = 0; i < repetitions; ++i)
         runs.push_back(type(field, QLatin1String(word), painting));
     std::vector<double> keys;
     for (std::size_t key = 0; key < runs.front().size(); ++key) {
         std::vector<double> times;
+        times.reserve(runs.size());
         for (const auto& run : runs)
             times.push_back(run[key]);
         keys.push_back(Measure::median(times));

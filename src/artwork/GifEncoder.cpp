@@ -24,7 +24,7 @@ struct Destroy {
 /// Every pixel an index into a palette.
 struct IndexedPicture {
     std::vector<unsigned char> pixels;
-    liq_palette palette;
+    liq_palette palette{};
 };
 
 /// Pixels as red, green, blue and an alpha that is 0 or 255.

@@ -116,12 +116,12 @@ QSize webpSize(const QByteArray& bytes)
 }
 
 struct Format {
-    const char* name;
-    const char* mimeType;
+    const char* name = nullptr;
+    const char* mimeType = nullptr;
     /// The bytes at offset 0, and those at offset 8.
     QByteArrayView start;
     QByteArrayView atEight;
-    QSize (*size)(const QByteArray& bytes);
+    QSize (*size)(const QByteArray& bytes) = nullptr;
 };
 
 constexpr std::array formats{

@@ -13,8 +13,8 @@
 namespace {
 
 struct Field {
-    const char* title;
-    QString AudioFile::*text;
+    const char* title = nullptr;
+    QString AudioFile::*text = nullptr;
     bool isNumber = false;
 };
 

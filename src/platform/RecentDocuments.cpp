@@ -70,7 +70,7 @@ bool isOurs(const QDomElement& bookmark)
 }
 
 /// Lists the file, or brings its entry up to date; what other programs noted there stays.
-void noteBookmark(QDomElement list, const QString& path, const QString& time)
+void noteBookmark(const QDomElement& list, const QString& path, const QString& time)
 {
     const QString address = PathBytes::toUrl(path).toString(QUrl::FullyEncoded);
     QDomElement bookmark = child(list, QStringLiteral("bookmark"), QStringLiteral("href"), address);

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <charconv>
 #include <cstring>
 #include <filesystem>
 #include <mutex>
@@ -40,8 +41,9 @@ bool isLeftover(const std::string& name)
 {
     if (!name.starts_with(temporaryPrefix) || !name.ends_with(temporarySuffix))
         return false;
-    const pid_t owner = std::atoi(name.c_str() + temporaryPrefix.size());
-    return owner > 0 && owner != ::getpid() && ::kill(owner, 0) != 0 && errno == ESRCH;
+    pid_t owner = 0;
+    const auto read = std::from_chars(name.data() + temporaryPrefix.size(), name.data() + name.size(), owner);
+    return read.ec == std::errc() && owner > 0 && owner != ::getpid() && ::kill(owner, 0) != 0 && errno == ESRCH;
 }
 
 /// A new file beside the old one, gone again unless it takes the old one's place.

@@ -34,7 +34,7 @@ SafeFileStream::SafeFileStream(QByteArray path, Mode mode)
         return;
     }
     open(mode);
-    if (!isOpen())
+    if (!file_.isOpen())
         return;
     identity_ = FileIdentity::ofDescriptor(file_.get());
     if (!identity_.isRegular) {
