@@ -8,7 +8,7 @@ namespace {
 constexpr char16_t notYetKnown = 0xffff;
 
 struct Alphabet {
-    QLocale::Language language;
+    QLocale::Language language = QLocale::AnyLanguage;
     QStringView letters;
 };
 
@@ -60,7 +60,7 @@ constexpr std::array alphabets{
 
 /// What Unicode does not take apart, though readers see a letter with a mark, or two letters, in it.
 struct Variant {
-    char16_t letter;
+    char16_t letter = 0;
     QStringView plain;
 };
 
