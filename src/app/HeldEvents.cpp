@@ -26,12 +26,16 @@ std::shared_ptr<QMimeData> copied(const QMimeData& source)
     auto copy = std::make_shared<QMimeData>();
     for (const auto& format : source.formats())
         copy->setData(format, source.data(format));
+    // An image may be offered without bytes.
+    if (source.hasImage())
+        copy->setImageData(source.imageData());
     return copy;
 }
 
-void drop(QWindow& window, const QMimeData& mimeData, const QPointF& place, Qt::DropActions actions,
-          Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers)
+void drop(QWindow& window, const QMimeData& mimeData, const QPointF& place, Qt::MouseButtons buttons,
+          Qt::KeyboardModifiers modifiers)
 {
+    constexpr Qt::DropActions actions = Qt::CopyAction;
     QDragEnterEvent enter(place.toPoint(), actions, &mimeData, buttons, modifiers);
     QCoreApplication::sendEvent(&window, &enter);
     QDragMoveEvent move(place.toPoint(), actions, &mimeData, buttons, modifiers);
@@ -45,27 +49,53 @@ void drop(QWindow& window, const QMimeData& mimeData, const QPointF& place, Qt::
 void HeldEvents::processEvents()
 {
     qApp->installEventFilter(this);
+    isProcessing_ = true;
     QCoreApplication::processEvents();
-    qApp->removeEventFilter(this);
+    isProcessing_ = false;
+    if (!escapeIsDown_)
+        qApp->removeEventFilter(this);
 }
 
 void HeldEvents::release()
 {
     mouseIsLetThrough_ = false;
-    for (const auto& held : std::exchange(held_, {})) {
-        if (held.window)
-            held.happen(*held.window);
-    }
+    // One may open a menu, and wait in it for what comes next.
+    for (auto& happen : std::exchange(held_, {}))
+        QMetaObject::invokeMethod(this, std::move(happen), Qt::QueuedConnection);
 }
 
 bool HeldEvents::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::ShortcutOverride) {
+    return isProcessing_ ? filterWhileProcessing(*watched, *event) : filterEscape(*event);
+}
+
+bool HeldEvents::filterEscape(const QEvent& event)
+{
+    const bool isKey = event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease
+                       || event.type() == QEvent::ShortcutOverride;
+    if (!isKey)
+        return false;
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    const bool isRepeat = key.key() == Qt::Key_Escape && key.isAutoRepeat();
+    if (!isRepeat) {
+        escapeIsDown_ = false;
+        qApp->removeEventFilter(this);
+    }
+    return isRepeat;
+}
+
+bool HeldEvents::filterWhileProcessing(QObject& watched, QEvent& event)
+{
+    if (event.type() == QEvent::ShortcutOverride) {
         // Accepted, a key is no shortcut; the window gets it as a plain key.
-        event->accept();
+        event.accept();
         return true;
     }
-    return watched->isWindowType() && filterInput(*static_cast<QWindow*>(watched), *event);
+    if (event.type() == QEvent::InputMethod) {
+        holdCopy(watched, event);
+        return true;
+    }
+    return watched.isWindowType() && filterInput(static_cast<QWindow&>(watched), event);
 }
 
 bool HeldEvents::filterInput(QWindow& window, QEvent& event)
@@ -81,9 +111,8 @@ bool HeldEvents::filterInput(QWindow& window, QEvent& event)
     case QEvent::MouseMove:
         return holdMouse(window, static_cast<const QMouseEvent&>(event));
     case QEvent::Wheel:
-        hold(window, [copy = std::shared_ptr<QEvent>(event.clone())](QWindow& receiver) {
-            QCoreApplication::sendEvent(&receiver, copy.get());
-        });
+    case QEvent::ContextMenu:
+        holdCopy(window, event);
         return true;
     case QEvent::Close:
         event.ignore();
@@ -97,7 +126,8 @@ bool HeldEvents::filterInput(QWindow& window, QEvent& event)
     case QEvent::TouchBegin:
     case QEvent::TouchUpdate:
     case QEvent::TouchEnd:
-    case QEvent::DragLeave:
+        // Ignored, it comes as the mouse.
+        event.ignore();
         return true;
     default:
         return false;
@@ -107,6 +137,7 @@ bool HeldEvents::filterInput(QWindow& window, QEvent& event)
 void HeldEvents::holdKey(QWindow& window, const QKeyEvent& event)
 {
     if (event.key() == Qt::Key_Escape) {
+        escapeIsDown_ = event.type() == QEvent::KeyPress || event.isAutoRepeat();
         if (event.type() == QEvent::KeyPress)
             emit escapePressed();
         return;
@@ -123,8 +154,8 @@ bool HeldEvents::holdMouse(QWindow& window, const QMouseEvent& event)
         mouseIsLetThrough_ = mayUse_(window, event.position().toPoint());
     if (mouseIsLetThrough_ || (event.type() == QEvent::MouseMove && event.buttons() == Qt::NoButton))
         return false;
-    // A double click comes of its two presses again.
-    if (event.type() == QEvent::MouseButtonDblClick)
+    // A double click comes of its two presses again. A drag can't be done afterwards: the button is up by then.
+    if (event.type() == QEvent::MouseButtonDblClick || event.type() == QEvent::MouseMove)
         return true;
     hold(window, [type = event.type(), local = event.position(), global = event.globalPosition(),
                   buttons = event.buttons(), button = event.button(), modifiers = event.modifiers(),
@@ -136,16 +167,30 @@ bool HeldEvents::holdMouse(QWindow& window, const QMouseEvent& event)
 
 void HeldEvents::holdDrop(QWindow& window, QDropEvent& event)
 {
-    event.acceptProposedAction();
-    if (event.type() != QEvent::Drop)
+    // What comes from outside is only ever copied.
+    const bool isWelcome = !event.source() && event.possibleActions().testFlag(Qt::CopyAction);
+    event.setDropAction(Qt::CopyAction);
+    event.setAccepted(isWelcome);
+    if (event.type() != QEvent::Drop || !isWelcome)
         return;
-    hold(window, [mimeData = copied(*event.mimeData()), place = event.position(), actions = event.possibleActions(),
-                  buttons = event.buttons(), modifiers = event.modifiers()](QWindow& receiver) {
-        drop(receiver, *mimeData, place, actions, buttons, modifiers);
+    hold(window, [mimeData = copied(*event.mimeData()), place = event.position(), buttons = event.buttons(),
+                  modifiers = event.modifiers()](QWindow& receiver) {
+        drop(receiver, *mimeData, place, buttons, modifiers);
+    });
+}
+
+void HeldEvents::holdCopy(QObject& receiver, const QEvent& event)
+{
+    held_.push_back([object = QPointer<QObject>(&receiver), copy = std::shared_ptr<QEvent>(event.clone())] {
+        if (object)
+            QCoreApplication::sendEvent(object, copy.get());
     });
 }
 
 void HeldEvents::hold(QWindow& window, std::function<void(QWindow&)> happen)
 {
-    held_.push_back({&window, std::move(happen)});
+    held_.push_back([receiver = QPointer<QWindow>(&window), act = std::move(happen)] {
+        if (receiver)
+            act(*receiver);
+    });
 }

@@ -23,8 +23,11 @@ public:
 
     /// Processes the events that are there.
     void processEvents();
-    /// Lets everything happen that was held back.
+    bool isHolding() const { return !held_.empty(); }
+    /// Lets everything happen that was held back, in turn, as the event loop is reached again.
     void release();
+    /// Forgets what was held back.
+    void forget() { held_.clear(); }
 
 signals:
     void escapePressed();
@@ -33,18 +36,19 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool filterWhileProcessing(QObject& watched, QEvent& event);
     bool filterInput(QWindow& window, QEvent& event);
+    bool filterEscape(const QEvent& event);
+    void holdCopy(QObject& receiver, const QEvent& event);
     void holdKey(QWindow& window, const QKeyEvent& event);
     bool holdMouse(QWindow& window, const QMouseEvent& event);
     void holdDrop(QWindow& window, QDropEvent& event);
     void hold(QWindow& window, std::function<void(QWindow&)> happen);
 
-    struct Held {
-        QPointer<QWindow> window;
-        std::function<void(QWindow&)> happen;
-    };
-
     MayUse mayUse_;
-    std::vector<Held> held_;
+    std::vector<std::function<void()>> held_;
+    bool isProcessing_ = false;
     bool mouseIsLetThrough_ = false;
+    /// Escape was pressed, and its key has not come up again: it goes on repeating.
+    bool escapeIsDown_ = false;
 };

@@ -10,6 +10,8 @@ LongWork::LongWork()
 
 void LongWork::workBegins(qsizetype count)
 {
+    if (depth_ == 0)
+        emit aboutToBegin();
     // What began in the middle of other work, as a timer may, is over before that goes on.
     if (++depth_ > 1)
         return;
@@ -47,8 +49,14 @@ void LongWork::workEnds()
     if (canceled_)
         emit stopped(begun_, count_);
     // The caller has not finished yet.
-    if (isShown_)
+    if (events_.isHolding() || !waiting_.empty())
         QMetaObject::invokeMethod(this, &LongWork::runWaiting, Qt::QueuedConnection);
+}
+
+void LongWork::abandon()
+{
+    cancel();
+    events_.forget();
 }
 
 void LongWork::whenIdle(std::function<void()> action)

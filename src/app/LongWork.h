@@ -30,10 +30,14 @@ public:
     bool isWorking() const { return depth_ > 0; }
     /// Stops the work before the next file.
     void cancel() { canceled_ = true; }
+    /// Stops it, and forgets what the user wanted to do after it.
+    void abandon();
     /// Does it now or, while work goes on, when that has ended.
     void whenIdle(std::function<void()> action);
 
 signals:
+    /// Work is about to begin; what is pending should be brought to its end.
+    void aboutToBegin();
     /// The work takes longer than a moment; sent again and again.
     /// @param done the number of files that are done.
     void advanced(qsizetype done, qsizetype count, const QString& path);

@@ -13,7 +13,9 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -87,7 +89,6 @@ void connectWindows(Program& program)
     QObject::connect(&program.previewPanel, &PreviewOnDemand::shownChanged, &program.preview,
                      &PreviewController::shownChanged);
     program.window.attachPreview(program.preview);
-    program.window.attachWork(program.work);
     program.window.attachFailures(program.failures);
     QObject::connect(&program.notifier, &NotificationPoster::failureNoted, &program.failures, &FailureLog::append);
     QObject::connect(&program.controller, &ViewController::preferencesWanted, &program.preferences,
@@ -95,6 +96,14 @@ void connectWindows(Program& program)
     QObject::connect(&program.controller, &ViewController::aboutWanted, &program.preferences,
                      &PreferencesOpener::openAbout);
     QObject::connect(&program.updater, &Updater::updateAvailable, &program.window, &MainWindow::showUpdate);
+}
+
+/// What comes in the middle of work waits until that has ended.
+void connectWork(Program& program)
+{
+    program.window.attachWork(program.work);
+    program.dropFolder.setDelivery(
+        [&program](std::function<void()> deliver) { program.work.whenIdle(std::move(deliver)); });
 }
 
 void connectDesktop(Program& program, DBusApplication& onTheBus)
@@ -107,10 +116,11 @@ void connectDesktop(Program& program, DBusApplication& onTheBus)
         program.work.whenIdle([&program, paths] { program.delegate.applicationOpenFiles(paths); });
     });
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &program.delegate, &AppDelegate::applicationWillTerminate);
-    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &program.delegate,
-                     &AppDelegate::applicationWillTerminate);
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, window, [&program] {
+        program.work.whenIdle([&program] { program.delegate.applicationWillTerminate(); });
+    });
     QObject::connect(&program.terminationSignals, &TerminationSignals::endWanted, window, [&program] {
-        program.work.cancel();
+        program.work.abandon();
         program.work.whenIdle([&program] {
             program.window.close();
             QCoreApplication::quit();
@@ -150,6 +160,7 @@ int main(int argc, char* argv[])
     Program program;
     program.panels.setParentWindow(&program.window);
     connectWindows(program);
+    connectWork(program);
     connectDesktop(program, onTheBus);
     followAppearance(program, options.appearance);
     program.delegate.applicationWillFinishLaunching();

@@ -32,21 +32,24 @@ bool ArtworkDrops::accepts(const QMimeData& data) const
 
 bool ArtworkDrops::performDragOperation(const QMimeData& data)
 {
-    const auto setArt = [this](const QString& path) {
-        QMetaObject::invokeMethod(
-            this, [this, path] { commands_.setArtFromFile(path); }, Qt::QueuedConnection);
+    const auto setArt = [this](const QStringList& paths) {
+        const auto set = [this, paths] {
+            for (const auto& path : paths)
+                commands_.setArtFromFile(path);
+        };
+        QMetaObject::invokeMethod(this, set, Qt::QueuedConnection);
     };
     const QStringList files = PictureSource::files(data);
-    for (const auto& file : files)
-        setArt(file);
-    if (!files.isEmpty())
+    if (!files.isEmpty()) {
+        setArt(files);
         return true;
+    }
     const auto received = PictureSource::readData(data);
     if (!received)
         return false;
     dropFolder_.receive(received->bytes, received->fileName, [setArt](const QString& path, const QString& error) {
         if (error.isEmpty())
-            setArt(path);
+            setArt({path});
         else
             std::cout << "couldn't recieve image drag: " << error.toStdString() << std::endl;
     });

@@ -111,11 +111,13 @@ void ArrayController::removeObjectsAtArrangedObjectIndexes(const QList<int>& row
     emit countChanged();
 }
 
-void ArrayController::replaceObject(int row, AudioFilePtr record)
+void ArrayController::replaceObject(const AudioFilePtr& old, const AudioFilePtr& record)
 {
-    auto& shown = arranged_[static_cast<std::size_t>(row)];
-    *std::find(content_.begin(), content_.end(), shown) = record;
-    shown = std::move(record);
+    for (auto* records : {&content_, &arranged_}) {
+        const auto found = std::find(records->begin(), records->end(), old);
+        if (found != records->end())
+            *found = record;
+    }
 }
 
 void ArrayController::renameObject(AudioFile& record, const QString& fileName, const QString& path)

@@ -63,14 +63,11 @@ void BatchCommands::removeUnsupportedTags(const AudioFile& record)
 
 void BatchCommands::removeAllTags()
 {
-    const QList<int> rows = list_.selection().rows();
-    auto row = rows.begin();
-    WorkLoop::run(monitor_, list_.selectedObjects(),
-                  [&](const AudioFilePtr& record) { removeAllTags(record, *row++); });
+    WorkLoop::run(monitor_, list_.selectedObjects(), [this](const AudioFilePtr& record) { removeAllTags(record); });
     list_.reloadData();
 }
 
-void BatchCommands::removeAllTags(const AudioFilePtr& record, int row)
+void BatchCommands::removeAllTags(const AudioFilePtr& record)
 {
     TaglibWrapper::setImageData({}, record->path, record->fileType);
     if (!TaglibWrapper::removeAllTags(record->path)) {
@@ -78,7 +75,7 @@ void BatchCommands::removeAllTags(const AudioFilePtr& record, int row)
         return;
     }
     emit artWritten({});
-    list_.replaceObject(row, emptyRecord(*record));
+    list_.replaceObject(record, emptyRecord(*record));
 }
 
 void BatchCommands::noteFailure(const AudioFile& record, const QString& message)

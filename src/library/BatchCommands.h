@@ -34,7 +34,7 @@ signals:
 
 private:
     void removeUnsupportedTags(const AudioFile& record);
-    void removeAllTags(const AudioFilePtr& record, int row);
+    void removeAllTags(const AudioFilePtr& record);
     void noteFailure(const AudioFile& record, const QString& message);
     void postFailure(const AudioFile& record, const QString& message);
 

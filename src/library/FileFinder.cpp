@@ -89,11 +89,18 @@ bool hasSupportedExtension(const QString& path)
 
 QStringList audioFiles(const QString& path)
 {
+    return audioFiles(path, {});
+}
+
+QStringList audioFiles(const QString& path, const Skipped& skipped)
+{
     const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
     if (hasSupportedExtension(absolute))
         return {absolute};
-    const auto print = [](const QString& skipped, const QString& reason) {
-        std::cout << skipped.toStdString() << ": " << reason.toStdString() << std::endl;
+    const auto print = [&](const QString& item, const QString& reason) {
+        std::cout << item.toStdString() << ": " << reason.toStdString() << std::endl;
+        if (skipped)
+            skipped(item, reason);
     };
     return FileSystem::isFolder(absolute) ? audioFilesBelow(absolute, print) : QStringList();
 }

@@ -22,6 +22,9 @@ QStringList audioFiles(const QString& path);
 /// Told what could not be examined, and why.
 using Skipped = std::function<void(const QString& path, const QString& reason)>;
 
+/// The same, for somebody who wants to hear of what is skipped as well.
+QStringList audioFiles(const QString& path, const Skipped& skipped);
+
 /// The audio files below a folder as audioFiles finds them.
 /// @return paths that begin with @p folder as it was given.
 QStringList audioFilesBelow(const QString& folder, const Skipped& skipped);

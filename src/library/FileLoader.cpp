@@ -20,7 +20,9 @@ bool FileLoader::openPaths(const QStringList& paths)
     QStringList files;
     for (const auto& path : paths) {
         QMetaObject::invokeMethod(this, &FileLoader::activationWanted, Qt::QueuedConnection);
-        files += FileFinder::audioFiles(path);
+        files += FileFinder::audioFiles(path, [this](const QString& skipped, const QString& reason) {
+            notifier_.noteFailure({skipped, Messages::couldNotOpen(skipped), reason});
+        });
     }
     const ArrayController::AddingBatch batch(list_);
     bool allAdded = true;

@@ -87,6 +87,6 @@ void DropFolder::receive(const QByteArray& bytes, const QString& fileName, Recei
         const QString path = error.isEmpty() ? file.fileName() : QString();
         file.close();
         QMetaObject::invokeMethod(
-            this, [=] { received(path, error); }, Qt::QueuedConnection);
+            this, [=, this] { delivery_([=] { received(path, error); }); }, Qt::QueuedConnection);
     });
 }

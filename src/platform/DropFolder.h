@@ -16,6 +16,9 @@ public:
     /// Told the path of the received file, or why there is none (then the path is empty).
     using Received = std::function<void(const QString& path, const QString& error)>;
 
+    /// Calls what it is given, at once or later.
+    using Delivery = std::function<void(std::function<void()> deliver)>;
+
     DropFolder();
     ~DropFolder() override;
 
@@ -26,7 +29,11 @@ public:
     /// @param fileName the name to give the file; a number is added when it is taken.
     void receive(const QByteArray& bytes, const QString& fileName, Received received);
 
+    /// Lets somebody else choose the moment at which received files are told of.
+    void setDelivery(Delivery delivery) { delivery_ = std::move(delivery); }
+
 private:
     QThreadPool workQueue_;
     QString destination_;
+    Delivery delivery_ = [](const std::function<void()>& deliver) { deliver(); };
 };

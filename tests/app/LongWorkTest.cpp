@@ -7,8 +7,9 @@
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
+#include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QMimeData>
 #include <QProgressBar>
@@ -87,10 +88,37 @@ private slots:
         QTRY_COMPARE(state(), after);
     }
 
+    void menusWaitToo()
+    {
+        auto* table = window_->findChild<QuickLookTableView*>();
+        QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+        table->setFocus();
+        const QPoint place = table->viewport()->mapTo(window_.get(), QPoint(40, 10));
+        work([&](qsizetype count) {
+            if (count == 1)
+                QTimer::singleShot(0, window_.get(), [&] {
+                    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, place, window_->mapToGlobal(place));
+                    QCoreApplication::sendEvent(window_->windowHandle(), &menuKey);
+                });
+        });
+        QVERIFY(!QApplication::activePopupWidget());
+        bool opened = false;
+        QTimer closer;
+        closer.callOnTimeout([&] {
+            if (auto* menu = QApplication::activePopupWidget()) {
+                opened = true;
+                menu->close();
+            }
+        });
+        closer.start(10);
+        QTRY_VERIFY(opened);
+    }
+
     void canBeCanceledBetweenTwoFiles_data() { addRows({"escape", "cancel"}); }
     void canBeCanceledBetweenTwoFiles()
     {
         const auto [action] = row<1>();
+        const QSignalSpy shownAgain(&library_->controller, &ViewController::fieldsChanged);
         const int done = work([&, &what = action](qsizetype count) {
             if (count == 1)
                 QTimer::singleShot(0, window_.get(), [&] { act(what); });
@@ -98,6 +126,7 @@ private slots:
         QVERIFY2(done > 0 && done < files, qPrintable(QString::number(done)));
         QCOMPARE(statusText(), u"Stopped after %1 of %2 files"_qs.arg(done).arg(files));
         QCOMPARE(state(), u"a b c:a"_qs);
+        QTRY_VERIFY(!shownAgain.isEmpty());
         QCOMPARE(work([](qsizetype) {}), files);
     }
 

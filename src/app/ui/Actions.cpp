@@ -92,6 +92,14 @@ void Actions::setPreviewShown(bool shown)
     update();
 }
 
+void Actions::setWorking(bool working)
+{
+    if (isWorking_ == working)
+        return;
+    isWorking_ = working;
+    update();
+}
+
 void Actions::update()
 {
     CommandValidation::State state;
@@ -100,7 +108,7 @@ void Actions::update()
     state.previewShown = previewShown_;
     for (auto* action : findChildren<QAction*>(QString(), Qt::FindDirectChildrenOnly)) {
         const int tag = action->data().toInt();
-        action->setEnabled(CommandValidation::validateMenuItem(tag, state));
+        action->setEnabled(!isWorking_ && CommandValidation::validateMenuItem(tag, state));
         const QString title = CommandValidation::title(tag, state);
         if (!title.isNull())
             action->setText(title);

@@ -43,6 +43,8 @@ public:
     QList<QAction*> rowCommands() const;
 
     void setPreviewShown(bool shown);
+    /// While the program works on many files, no action can be called, from wherever.
+    void setWorking(bool working);
     /// Enables and titles the actions as they apply now.
     void update();
 
@@ -58,4 +60,5 @@ private:
     ArrayController& list_;
     const ShownArt& art_;
     bool previewShown_ = false;
+    bool isWorking_ = false;
 };

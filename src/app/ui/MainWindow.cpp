@@ -71,6 +71,12 @@ MainWindow::MainWindow(ViewController& controller, ArrayController& list, ListDr
     new MainMenu(*this, *actions_, *table_, controller, recentDocuments);
     connect(actions_->find, &QAction::triggered, this, &MainWindow::findInList);
     buildToolBar();
+    passingStatusEnds_.setSingleShot(true);
+    passingStatusEnds_.setInterval(passingStatusLasts);
+    passingStatusEnds_.callOnTimeout(this, [this] {
+        passingStatus_.clear();
+        updateStatus();
+    });
     status_ = new QLabel(this);
     status_->setIndent(statusIndent);
     statusBar()->addWidget(status_, 1);
@@ -297,7 +303,12 @@ void MainWindow::updateStatus()
 void MainWindow::attachWork(LongWork& work)
 {
     statusBar()->addPermanentWidget(new WorkBar(work, this));
+    connect(&work, &LongWork::aboutToBegin, &controller_, &ViewController::endEditing);
+    connect(&work, &LongWork::advanced, actions_.get(), [this] { actions_->setWorking(true); });
+    connect(&work, &LongWork::ended, actions_.get(), [this] { actions_->setWorking(false); });
     connect(&work, &LongWork::stopped, this, &MainWindow::showStopped);
+    // Only some of the files have what the fields and the art well show.
+    connect(&work, &LongWork::stopped, &controller_, &ViewController::updateFields, Qt::QueuedConnection);
 }
 
 void MainWindow::showStopped(qsizetype done, qsizetype count)
@@ -305,10 +316,7 @@ void MainWindow::showStopped(qsizetype done, qsizetype count)
     passingStatus_ =
         tr("Stopped after %1 of %Ln files", nullptr, static_cast<int>(count)).arg(QLocale().toString(done));
     updateStatus();
-    QTimer::singleShot(passingStatusLasts, this, [this] {
-        passingStatus_.clear();
-        updateStatus();
-    });
+    passingStatusEnds_.start();
 }
 
 void MainWindow::attachFailures(FailureLog& failures)

@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -88,6 +89,7 @@ private:
     QLabel* status_ = nullptr;
     /// Stands in the status line for a while instead of the numbers.
     QString passingStatus_;
+    QTimer passingStatusEnds_;
     QPointer<FileFormatController> formatWindow_;
     QPointer<MessagesWindow> messagesWindow_;
     bool frontWanted_ = false;
