@@ -181,7 +181,7 @@ void HeldEvents::holdDrop(QWindow& window, QDropEvent& event)
 
 void HeldEvents::holdCopy(QObject& receiver, const QEvent& event)
 {
-    held_.push_back([object = QPointer<QObject>(&receiver), copy = std::shared_ptr<QEvent>(event.clone())] {
+    held_.emplace_back([object = QPointer<QObject>(&receiver), copy = std::shared_ptr<QEvent>(event.clone())] {
         if (object)
             QCoreApplication::sendEvent(object, copy.get());
     });
@@ -189,7 +189,7 @@ void HeldEvents::holdCopy(QObject& receiver, const QEvent& event)
 
 void HeldEvents::hold(QWindow& window, std::function<void(QWindow&)> happen)
 {
-    held_.push_back([receiver = QPointer<QWindow>(&window), act = std::move(happen)] {
+    held_.emplace_back([receiver = QPointer<QWindow>(&window), act = std::move(happen)] {
         if (receiver)
             act(*receiver);
     });
