@@ -107,6 +107,8 @@ class Program:
                          ) / self.window.area[2]
 
     def _application(self):
+        if self.process.poll() is not None:
+            raise AssertionError(f"The program ended: {self.said}")
         desktop = Atspi.get_desktop(0)
         for index in range(desktop.get_child_count()):
             application = desktop.get_child_at_index(index)
