@@ -91,6 +91,9 @@ private slots:
             "are named so",
             "cli art get --convert --output x.PNG b.m4a&&ffprobe -v error -show_entries stream=codec_name,width -of "
             "csv=p=0 x.PNG | 0 | png,48",
+            "cli art get --convert --output - b.m4a 2>&1|head -1 | 0 | sonvika-cli: With --convert the name of IMAGE "
+            "must "
+            "end with .jpeg, .jpg, .png, .tiff, .gif, .bmp.",
             "cli art get --convert --output x.jpeg b.m4a&&cmp x.jpeg cover.jpg | 0",
             "cli art get --output a.mp3 b.m4a | 1 |  | b.m4a: Cover art is not "
             "written over recordings: a.mp3",
@@ -112,6 +115,9 @@ private slots:
             "cli chapters set --chapter Eins@5 --chapter 'Zwei 2@070' --chapter @2147483647 a.mp3&&cli chapters get "
             "a.mp3 | 0 | "
             "5>Eins;70>Zwei 2;2147483647",
+            "cli chapters set --chapter A a.mp3 2>&1|head -1 | 0 | sonvika-cli: --chapter needs TITLE@MS with MS "
+            "from 0 to "
+            "2147483647, not 'A'.",
             "cli chapters set 'c d.mp3'&&cli chapters get --json 'c d.mp3' | 0 | []",
             "cli chapters get b.m4a | 1 |  | b.m4a: Only MP3 files can have chapters",
             "cli rename --token Track --token ' ' --token Title --dry-run b.m4a | 0 | b.m4a -> 03 Blue Window.m4a",
