@@ -5,7 +5,6 @@
 
 #include <QDragEnterEvent>
 #include <QMimeData>
-#include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
 #include <QUrl>

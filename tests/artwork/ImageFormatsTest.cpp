@@ -120,7 +120,7 @@ private slots:
             {{30, 20}, {240, 240}, {105, 110, 30, 20}, Scaling::ProportionallyDown},
             {{30, 20}, {240, 100}, {2, 2, 236, 96}, Scaling::AxesIndependently, Frame::Groove},
             {{30, 20}, {240, 100}, {1, 1, 237, 97}, Scaling::AxesIndependently, Frame::Photo},
-            {{300, 20}, {240, 100}, {-30, 40, 300, 20}, Scaling::None},
+            {{31, 20}, {100, 100}, {35, 40, 31, 20}, Scaling::None},
             {{30, 20}, {240, 100}, {8, 8, 30, 20}, Scaling::None, Frame::GreyBezel, Qt::AlignLeft | Qt::AlignTop},
             {{30, 20},
              {240, 100},

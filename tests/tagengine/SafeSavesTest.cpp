@@ -89,8 +89,8 @@ class SafeSavesTest : public QObject {
 private slots:
     void init()
     {
-        state_ = std::make_unique<ScratchFolder>();
-        qputenv("XDG_STATE_HOME", QFile::encodeName(state_->path(u"state"_qs)));
+        scratch_.emplace();
+        qputenv("XDG_STATE_HOME", QFile::encodeName(scratch_->path(u"state"_qs)));
     }
 
     void leavesFileOnFullOrReadOnlyFileSystem_data()
@@ -101,10 +101,9 @@ private slots:
     void leavesFileOnFullOrReadOnlyFileSystem()
     {
         const auto [fixture, trouble] = row<2>();
-        const ScratchFolder scratch;
-        const QString folder = scratch.path(u"mounted"_qs);
+        const QString folder = scratch_->path(u"mounted"_qs);
         QVERIFY(QDir().mkdir(folder));
-        const QByteArray prepared = ScratchFolder::contents(roomyCopy(scratch, fixture));
+        const QByteArray prepared = ScratchFolder::contents(roomyCopy(*scratch_, fixture));
         enum { Right, NoMount, WrongTitle, Saved, Changed, Left };
         const int code = inChildProcess([&] {
             if (!mountApart(QFile::encodeName(folder)))
@@ -137,9 +136,8 @@ private slots:
     void keepsWhatBelongsToFile()
     {
         const bool isReplaced = row()[0] == u"replaced";
-        const ScratchFolder scratch;
-        const QString path = roomyCopy(scratch, u"v24.mp3"_qs);
-        const QString link = scratch.path(u"link.mp3"_qs);
+        const QString path = roomyCopy(*scratch_, u"v24.mp3"_qs);
+        const QString link = scratch_->path(u"link.mp3"_qs);
         const QByteArray name = QFile::encodeName(path);
         QVERIFY(QFile::link(u"v24.mp3"_qs, link));
         const auto list = QByteArray::fromHex(
@@ -157,7 +155,7 @@ private slots:
         QVERIFY(fs::status(path.toStdString()).permissions() == mode);
         QVERIFY(fs::is_symlink(link.toStdString()));
 
-        const QString second = scratch.path(u"second.mp3"_qs);
+        const QString second = scratch_->path(u"second.mp3"_qs);
         fs::create_hard_link(path.toStdString(), second.toStdString());
         QVERIFY(TaglibWrapper::writeComment(second, longText + longText));
         QCOMPARE(inode(path), inode(second));
@@ -166,9 +164,8 @@ private slots:
 
     void addsToWhatOthersChange()
     {
-        const ScratchFolder scratch;
-        const QString path = scratch.copy(u"v24.mp3"_qs);
-        const QString other = scratch.copy(u"v24.mp3"_qs, u"other.mp3"_qs);
+        const QString path = scratch_->copy(u"v24.mp3"_qs);
+        const QString other = scratch_->copy(u"v24.mp3"_qs, u"other.mp3"_qs);
         QVERIFY(TaglibWrapper::writeComment(other, longText));
         const QByteArray others = ScratchFolder::contents(other);
         int calls = 0;
@@ -185,8 +182,7 @@ private slots:
 
     void waitsForAnotherSave()
     {
-        const ScratchFolder scratch;
-        const QString path = scratch.copy(u"v24.mp3"_qs);
+        const QString path = scratch_->copy(u"v24.mp3"_qs);
         const int file = ::open(QFile::encodeName(path), O_RDONLY);
         QCOMPARE(::flock(file, LOCK_EX), 0);
         std::atomic_bool isHeld = true;
@@ -210,8 +206,7 @@ private slots:
     void takesBackWhatItsRecordIsFor()
     {
         const auto [event, expected] = row<2>();
-        const ScratchFolder scratch;
-        QString path = roomyCopy(scratch, u"v24.mp3"_qs);
+        QString path = roomyCopy(*scratch_, u"v24.mp3"_qs);
         const QByteArray before = ScratchFolder::contents(path);
         QByteArray halfway = before;
         for (int call = 1; halfway == before; ++call) {
@@ -223,10 +218,10 @@ private slots:
                      -SIGKILL);
             halfway = ScratchFolder::contents(path);
         }
-        const QDir records(state_->path(u"state/sonvika/undo"_qs));
+        const QDir records(scratch_->path(u"state/sonvika/undo"_qs));
         QCOMPARE(records.entryList(QDir::Files).size(), 1);
         const QString record = records.filePath(records.entryList(QDir::Files).first());
-        const QString other = scratch.path(u"renamed.mp3"_qs);
+        const QString other = scratch_->path(u"renamed.mp3"_qs);
         if (event == u"record cut")
             QVERIFY(QFile::resize(record, QFile(record).size() - 1));
         else if (event != u"nothing")
@@ -244,10 +239,9 @@ private slots:
 
     void savesWithoutStateFolder()
     {
-        const ScratchFolder scratch;
-        qputenv("XDG_STATE_HOME", QFile::encodeName(scratch.copy(u"text.mp3"_qs)) + "/below");
+        qputenv("XDG_STATE_HOME", QFile::encodeName(scratch_->copy(u"text.mp3"_qs)) + "/below");
         for (const auto& fixture : {u"v24.mp3"_qs, u"padded.m4a"_qs}) {
-            const QString path = roomyCopy(scratch, fixture);
+            const QString path = roomyCopy(*scratch_, fixture);
             QVERIFY(saveTitle(path, longerTitle));
             QCOMPARE(title(path), longerTitle);
         }
@@ -284,7 +278,7 @@ private slots:
     }
 
 private:
-    std::unique_ptr<ScratchFolder> state_;
+    std::optional<ScratchFolder> scratch_;
 };
 
 QTEST_GUILESS_MAIN(SafeSavesTest)
