@@ -10,19 +10,6 @@
 
 #include <iostream>
 
-namespace {
-
-struct FakeSavePanel : SavePanel {
-    void setFormatTitles(const QStringList& names) override { titles = names; }
-    void selectFormat(int index) override { format = index; }
-    void setAllowedExtensions(const QStringList& names) override { extensions = names; }
-    QStringList titles;
-    QStringList extensions;
-    int format = -1;
-};
-
-} // namespace
-
 class ArtworkCommandsTest : public QObject {
     Q_OBJECT
 
@@ -94,20 +81,6 @@ private slots:
         QCOMPARE(QFile::exists(path), !fails && !expected.isEmpty());
         if (QFile::exists(path))
             QCOMPARE(OtherReaders::pictureCodec(path), expected);
-    }
-
-    void theChosenFormatIsStoredAtOnce()
-    {
-        FakeSavePanel panel;
-        library_->defaults.setInt(DefaultsKey::fileTypeIndex, 5);
-        library_->panels.save = [&](const SavePanelRequest& request) {
-            request.willAppear(panel);
-            QVERIFY(panel.titles.size() == 5 && panel.format == 0);
-            request.formatSelected(panel, 2);
-        };
-        library_->controller.saveImage();
-        QCOMPARE(panel.extensions, QStringList{u"tiff"_qs});
-        QVERIFY(ScratchFolder::contents(library_->settings.filePath(u"settings.ini"_qs)).contains("fileTypeIndex=2"));
     }
 
     // what the source offers | what becomes the art, or what is posted

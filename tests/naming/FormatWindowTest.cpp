@@ -9,12 +9,9 @@
 #include "support/Rows.h"
 
 #include <QApplication>
-#include <QCheckBox>
 #include <QClipboard>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
-#include <QTableView>
 #include <QTranslator>
 
 namespace {
@@ -143,22 +140,6 @@ private slots:
             QTest::keyClick(window()->findChild<TokenButton*>(u"Disc"_qs), key);
         QCOMPARE(field().tokens(), QStringList({u"Genre"_qs, u"Disc"_qs, u"Disc"_qs}));
         QVERIFY(window()->isVisible());
-    }
-
-    void showsPreviewAndPlan()
-    {
-        const auto* summary = window()->findChild<QLabel*>(u"summary"_qs);
-        const auto& plan = *window()->findChild<QTableView*>(u"plan"_qs)->model();
-        field().setTokens({u"Title"_qs});
-        QCOMPARE(window()->findChild<QLabel*>(u"previewField"_qs)->text(), u"Intro.mp3"_qs);
-        QTRY_COMPARE(summary->text(), u"2 files will be renamed, 1 can't be"_qs);
-        QCOMPARE(plan.rowCount(), 3);
-        window()->findChild<QCheckBox*>()->setChecked(true);
-        QCOMPARE(plan.rowCount(), 1);
-        QCOMPARE(plan.index(0, 0).data().toString(), u"3.mp3"_qs);
-        field().setTokens({u"Track"_qs});
-        QTRY_COMPARE(summary->text(), u"3 files will be renamed"_qs);
-        QCOMPARE(plan.rowCount(), 3);
     }
 
     // way of closing | the files then
