@@ -128,6 +128,9 @@ private slots:
             "sonvika-cli: There is no command 'x␛␊y'.;Try 'sonvika-cli --help'.",
             "mkdir -p r/s;ln -s r/s l;cp a.mp3 r/a.mp3;sonvika-cli type a.mp3 ./a.mp3 l/../a.mp3 r//a.mp3 | 0 | "
             "a.mp3: mp3;l/../a.mp3: mp3 | -",
+            "mkfifo p;timeout 60 sonvika-cli type p a.mp3 | 1 | a.mp3: mp3 | p: This is no file",
+            "mkdir $'\\xe9';cp a.mp3 $'\\xe9/x.mp3';sonvika-cli rename --token y $'\\xe9/x.mp3'&&ls $'\\xe9' | 0 | "
+            "y.mp3 | -",
             "sonvika-cli show a.mp3 >/dev/full | 1 | - | standard output: No space left on device",
             "sonvika-cli show a.mp3 >&- | 1 | - | standard output: Bad file descriptor",
             "cp a.mp3 z.mp3;sonvika-cli set --tag TITLE=x z.mp3 gone >&- 2>&-;sonvika-cli show z.mp3|grep Title | 0 "
