@@ -1,4 +1,5 @@
 #include "fakes/Library.h"
+#include "platform/PathBytes.h"
 #include "support/ConsoleCapture.h"
 #include "support/OtherReaders.h"
 #include "support/Rows.h"
@@ -9,8 +10,10 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImage>
+#include <QSignalSpy>
 #include <QUrl>
 
+#include <cstdio>
 #include <iostream>
 
 class ArtworkCommandsTest : public QObject {
@@ -116,6 +119,7 @@ private slots:
             QCOMPARE(library_->notifier.posted.size(), 1);
             QVERIFY(library_->notifier.posted.first().startsWith(u"Sonvika: "_qs + expected));
             QVERIFY(library_->notifier.posted.first().endsWith(target));
+            QVERIFY(library_->notifier.posted.first().contains(u"/sonvika%20%C3%B6%20"));
         } else if (expected.isEmpty()) {
             QVERIFY(!QFile::exists(path) && library_->notifier.posted.isEmpty());
         } else {
@@ -126,7 +130,11 @@ private slots:
     void revealsTheFilesThatAreThere()
     {
         QVERIFY(QFile::remove(library_->list.content()[1]->path));
+        const QByteArray odd = QFile::encodeName(folder_->path(u"odd"_qs)) + '\xff';
+        QCOMPARE(std::rename(QFile::encodeName(library_->list.content()[2]->path).constData(), odd.constData()), 0);
+        library_->list.content()[2]->path = PathBytes::decode(odd);
         library_->controller.showInFinder();
+        std::remove(odd.constData());
         QCOMPARE(library_->fileBrowser.revealed,
                  QStringList({library_->list.content()[0]->path, library_->list.content()[2]->path}));
     }
@@ -172,6 +180,18 @@ private slots:
         }
     }
 
+    void cancelingEndsAllOfADrop()
+    {
+        QMimeData pictures;
+        pictures.setUrls({QUrl::fromLocalFile(folder_->copy(u"cover.png"_qs)),
+                          QUrl::fromLocalFile(folder_->copy(u"cover.jpg"_qs))});
+        connect(&library_->art, &ShownArt::fadeInWanted, &library_->monitor, &LongWork::cancel);
+        const QSignalSpy stopped(&library_->monitor, &LongWork::stopped);
+        QVERIFY(library_->artworkDrops.performDragOperation(pictures));
+        QTRY_COMPARE(stopped.size(), 1);
+        QCOMPARE(arts()[0], ScratchFolder::fixture(u"cover.png"_qs));
+    }
+
     void saysWhenDroppedDataCannotBeReceived()
     {
         const auto data = offering(u"png bytes"_qs, {}, ScratchFolder::fixture(u"cover.png"_qs));
@@ -183,9 +203,13 @@ private slots:
         audio.setData(u"audio/mpeg"_qs, ScratchFolder::fixture(u"lame.mp3"_qs));
         QVERIFY(library_->drops.validateDrop(audio, false) == ListDrops::Operation::Copy);
         library_->drops.acceptDrop(audio, false, 0);
-        QTRY_COMPARE(library_->notifier.posted.size(), 1);
+        audio.setData(u"audio/mpeg"_qs, {});
+        library_->drops.acceptDrop(audio, false, 0);
+        QTRY_COMPARE(library_->notifier.posted.size(), 2);
         qunsetenv("TMPDIR");
-        QVERIFY(library_->notifier.posted.first().startsWith(u"Sonvika: Couldn't recieve audiofile drop: "_qs));
+        for (const auto& posted : library_->notifier.posted)
+            QVERIFY(posted.startsWith(u"Sonvika: Couldn't recieve audiofile drop: "_qs));
+        QTRY_COMPARE(library_->notifier.noted.size(), 3);
         QVERIFY(console.text().contains(u"couldn't recieve image drag: "_qs));
         QCOMPARE(arts(), before);
     }
