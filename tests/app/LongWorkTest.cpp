@@ -142,6 +142,9 @@ private slots:
         counter->click();
         auto* messages = window_->findChild<MessagesWindow*>();
         QVERIFY(messages && QTest::qWaitForWindowActive(messages));
+        messages->showMinimized();
+        counter->click();
+        QVERIFY(!messages->isMinimized());
         auto* table = messages->findChild<QTreeView*>();
         QCOMPARE(table->model()->index(0, FailureLog::File).data().toString(), u"x.mp3"_qs);
         button(*messages, u"&Copy All"_qs)->click();

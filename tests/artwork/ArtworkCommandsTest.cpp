@@ -6,8 +6,10 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImage>
+#include <QSignalSpy>
 #include <QUrl>
 
+#include <cstdio>
 #include <iostream>
 
 class ArtworkCommandsTest : public QObject {
@@ -117,17 +119,34 @@ private slots:
         }
     }
 
+    void cancelingEndsAllOfADrop()
+    {
+        QMimeData pictures;
+        pictures.setUrls({QUrl::fromLocalFile(folder_->copy(u"cover.png"_qs)),
+                          QUrl::fromLocalFile(folder_->copy(u"cover.jpg"_qs))});
+        connect(&library_->art, &ShownArt::fadeInWanted, &library_->monitor, &LongWork::cancel);
+        const QSignalSpy stopped(&library_->monitor, &LongWork::stopped);
+        QVERIFY(library_->artworkDrops.performDragOperation(pictures));
+        QTRY_COMPARE(stopped.size(), 1);
+        QCOMPARE(arts()[0], ScratchFolder::fixture(u"cover.png"_qs));
+    }
+
     void saysWhenDroppedDataCannotBeReceived()
     {
         const auto before = library_->arts();
         qputenv("TMPDIR", QFile::encodeName(library_->folder.path(u"missing"_qs)));
         const ConsoleCapture console(std::cout);
         QVERIFY(library_->artworkDrops.performDragOperation(*offering(u"image/png=png"_qs)));
-        const auto audio = offering(u"audio/mpeg=sound"_qs);
-        QVERIFY(library_->drops.validateDrop(*audio, false) == ListDrops::Operation::Copy);
-        library_->drops.acceptDrop(*audio, false, 0);
-        QTRY_VERIFY(hasPosted(u"Couldn't recieve audiofile drop: "_qs));
+        for (const auto& offer : {u"audio/mpeg=sound"_qs, u"audio/mpeg="_qs}) {
+            const auto audio = offering(offer);
+            QVERIFY(library_->drops.validateDrop(*audio, false) == ListDrops::Operation::Copy);
+            library_->drops.acceptDrop(*audio, false, 0);
+        }
+        QTRY_COMPARE(library_->notifier.posted.size(), 2);
         qunsetenv("TMPDIR");
+        for (const auto& posted : library_->notifier.posted)
+            QVERIFY(posted.startsWith(u"Sonvika: Couldn't recieve audiofile drop: "_qs));
+        QTRY_COMPARE(library_->notifier.noted.size(), 3);
         QVERIFY(console.text().contains(u"couldn't recieve image drag: "_qs));
         QCOMPARE(library_->arts(), before);
     }

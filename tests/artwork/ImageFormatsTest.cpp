@@ -1,6 +1,8 @@
 #include "artwork/ImageFormats.h"
 #include "artwork/DrawnImageRect.h"
 #include "model/Picture.h"
+#include "platform/UserDefaults.h"
+#include "platform/ui/SaveDialog.h"
 #include "support/OtherReaders.h"
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
@@ -99,6 +101,30 @@ private slots:
         QCOMPARE(Picture::decode(ImageFormats::encode(image, 3).value()).convertToFormat(image.format()), image);
         QVERIFY(!ImageFormats::encode(QImage(), 3));
         QVERIFY(!ImageFormats::encode(QImage(70'000, 1, QImage::Format_RGB32), 3));
+    }
+
+    // the name as a dialog gives it | the format chosen there, from JPEG | the saved file
+    void savesUnderTheExtensionOfTheFormat_data()
+    {
+        addRows({"Track | 1 | Track.png", "Track.jpeg | 1 | Track.png", "Live.2 | 2 | Live.2.tiff",
+                 "Track.jpg | 0 | Track.jpg", "Track.gif | 4 | Track.gif.bmp"});
+    }
+    void savesUnderTheExtensionOfTheFormat()
+    {
+        const auto [name, format, expected] = row<3>();
+        const ScratchFolder folder;
+        UserDefaults defaults(folder.path(u"settings.ini"_qs));
+        SavePanelAccessoryView accessory(defaults);
+        QString saved;
+        SavePanelRequest request;
+        request.name = u"Track"_qs;
+        request.willAppear = [&](SavePanel& panel) { accessory.viewWillAppear(panel); };
+        request.formatSelected = [&](SavePanel& panel, int index) { accessory.selectFormat(panel, index); };
+        request.chosen = [&](const QString& path) { saved = path; };
+        SaveDialog dialog(nullptr, request, folder.path({}));
+        dialog.selectNameFilter(ImageFormats::titles().at(format.toInt()));
+        emit dialog.fileSelected(folder.path(name));
+        QCOMPARE(saved, folder.path(expected));
     }
 
     void drawsTheImageWhereTheViewSays()
@@ -214,5 +240,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ImageFormatsTest)
+QTEST_MAIN(ImageFormatsTest)
 #include "ImageFormatsTest.moc"

@@ -140,6 +140,8 @@ private slots:
             "is no command 'x␛␊y'.;Try 'sonvika-cli --help'.",
             "mkdir -p r/s;ln -s r/s l;cp a.mp3 r/a.mp3;cli type a.mp3 ./a.mp3 l/../a.mp3 r//a.mp3 | 0 | a.mp3: "
             "mp3;l/../a.mp3: mp3",
+            "mkfifo q;timeout 60 sonvika-cli type q a.mp3 | 1 | a.mp3: mp3 | q: This is no file",
+            "mkdir $'\\xe9';cp a.mp3 $'\\xe9/x.mp3';cli rename --token y $'\\xe9/x.mp3'&&ls $'\\xe9' | 0 | y.mp3",
             "cli show a.mp3 >/dev/full | 1 |  | standard output: No space left on device",
             "cli show a.mp3 >&- | 1 |  | standard output: Bad file descriptor",
             "cp a.mp3 z.mp3;cli set --tag TITLE=x z.mp3 gone >&- 2>&-;cli show z.mp3|grep Title | 0 | Title x",

@@ -76,6 +76,7 @@ private slots:
             QCOMPARE(library.notifier.posted.join(u'|'),
                      folderInstead ? u"Sonvika: Unable to update tags for: "_qs + failing
                                    : u"Sonvika: File is not writable, please fix permissions"_qs);
+            QVERIFY(!library.notifier.noted.last().reason.isEmpty());
             QCOMPARE(library.list.selection().rows().size(), 3);
         }
     }

@@ -1,6 +1,7 @@
 #include "library/FileFinder.h"
 #include "platform/PathBytes.h"
 #include "support/ConsoleCapture.h"
+#include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
 #include <QFileInfo>
@@ -31,7 +32,29 @@ private slots:
         QVERIFY(QFile::link(expected[0], folder.path(u"link.m4a"_qs)));
         QCOMPARE(::mkfifo(folder.path(u"pipe.mp3"_qs).toUtf8().constData(), 0600), 0);
         QCOMPARE(FileFinder::audioFiles(folder.path(u"."_qs)), expected);
-        QCOMPARE(FileFinder::audioFiles(folder.path(u"b//../x.mp3/"_qs)), QStringList{folder.path(u"x.mp3"_qs)});
+    }
+
+    // a path in the current folder | the file it stands for
+    void takesPathsAsTheSystemDoes_data()
+    {
+        addRows({"x.mp3 | x.mp3", ".//b/./../x.mp3/ | x.mp3", "%FF/%E9.mp3 | %FF/%E9.mp3", "link/../x.mp3 | b/x.mp3",
+                 "link/a.mp3 | link/a.mp3", "gone/../x.mp3 | gone/../x.mp3"});
+    }
+    void takesPathsAsTheSystemDoes()
+    {
+        const auto [given, expected] = row<2>();
+        const ScratchFolder folder;
+        QVERIFY(QDir(folder.path({})).mkpath(u"b/c"_qs));
+        QVERIFY(QFile::link(folder.path(u"b/c"_qs), folder.path(u"link"_qs)));
+        QVERIFY(QDir::setCurrent(folder.path({})));
+        const auto files = FileFinder::audioFiles(PathBytes::decode(QByteArray::fromPercentEncoding(given.toUtf8())));
+        const auto none = FileFinder::audioFiles({});
+        QVERIFY(QDir::setCurrent(u"/"_qs));
+        QCOMPARE(files.size(), 1);
+        QCOMPARE(PathBytes::encode(files[0]).toPercentEncoding(),
+                 (folder.path({}).toUtf8() + '/' + QByteArray::fromPercentEncoding(expected.toUtf8()))
+                     .toPercentEncoding());
+        QVERIFY(none.isEmpty());
     }
 
     void takesNamesOfAnyBytesAndSkipsWhatItCannotExamine()

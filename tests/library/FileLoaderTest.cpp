@@ -75,6 +75,9 @@ private slots:
         QCOMPARE(library.recent.paths, (QStringList{files[0], files[2]}));
         QCOMPARE(library.notifier.posted.filter(u"already open"_qs).size(), 2);
         QCOMPARE(library.notifier.posted.filter(files[1]).size(), 2);
+        connect(&library.loader, &FileLoader::frontWanted, &library.monitor, &LongWork::cancel);
+        QVERIFY(!library.loader.openPaths({folder.copy(u"v24.mp3"_qs, u"4.mp3"_qs), folder.path(u"5.mp3"_qs)}));
+        QCOMPARE(library.list.rowCount(), 3);
         for (const auto& [fixture, name] :
              {std::pair{u"info.wav"_qs, u"a.wav"_qs}, {u"text.mp3"_qs, u"unknown"_qs}}) {
             QVERIFY(!library.loader.loadFile(folder.copy(fixture, name)));
