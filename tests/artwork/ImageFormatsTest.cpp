@@ -1,5 +1,6 @@
 #include "artwork/ImageFormats.h"
 #include "artwork/DrawnImageRect.h"
+#include "artwork/SavePanelAccessoryView.h"
 #include "model/Picture.h"
 #include "platform/UserDefaults.h"
 #include "platform/ui/SaveDialog.h"
