@@ -122,13 +122,13 @@ private slots:
     void cancelingEndsAllOfADrop()
     {
         QMimeData pictures;
-        pictures.setUrls({QUrl::fromLocalFile(folder_->copy(u"cover.png"_qs)),
-                          QUrl::fromLocalFile(folder_->copy(u"cover.jpg"_qs))});
+        pictures.setUrls({QUrl::fromLocalFile(library_->folder.copy(u"cover.png"_qs)),
+                          QUrl::fromLocalFile(library_->folder.copy(u"cover.jpg"_qs))});
         connect(&library_->art, &ShownArt::fadeInWanted, &library_->monitor, &LongWork::cancel);
         const QSignalSpy stopped(&library_->monitor, &LongWork::stopped);
         QVERIFY(library_->artworkDrops.performDragOperation(pictures));
         QTRY_COMPARE(stopped.size(), 1);
-        QCOMPARE(arts()[0], ScratchFolder::fixture(u"cover.png"_qs));
+        QCOMPARE(library_->arts()[0], ScratchFolder::fixture(u"cover.png"_qs));
     }
 
     void saysWhenDroppedDataCannotBeReceived()
