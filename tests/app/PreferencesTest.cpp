@@ -7,22 +7,11 @@
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
-#include <QTranslator>
 
 namespace {
-
-struct PaddingTranslator : QTranslator {
-    QString translate(const char*, const char* source, const char* remark, int) const override
-    {
-        return qstrcmp(source, "0") == 0 && qstrcmp(remark, "preferences padding") == 0 ? padding : QString();
-    }
-    bool isEmpty() const override { return false; }
-    QString padding;
-};
 
 /// The window, and what it works on, in one run of the program.
 struct Run {
@@ -93,22 +82,6 @@ private slots:
             QCOMPARE(run_->window.isVisible(), pane == 2);
             start(folder_->path(u"settings.ini"_qs));
             QCOMPARE(run_->window.selectedPane(), pane);
-        }
-    }
-
-    // the translation | the width of the window
-    void theLanguageMayWidenTheWindow_data() { addRows({"40 | 530", "-10 | 480", "4.5 | 490", "99999999999 | 490"}); }
-    void theLanguageMayWidenTheWindow()
-    {
-        const auto [padding, width] = row<2>();
-        PaddingTranslator translator;
-        translator.padding = padding;
-        QCoreApplication::installTranslator(&translator);
-        start(folder_->path(u"settings.ini"_qs));
-        for (const int pane : {1, 2, 0}) {
-            show(pane);
-            QCOMPARE(shownPane()->width(), width.toInt());
-            QCOMPARE(run_->window.width(), width.toInt());
         }
     }
 
