@@ -120,6 +120,13 @@ private:
     int workWhile(const QString& action)
     {
         bool happened = false;
+        // A menu that does not wait would keep the work waiting; closing it is held as well.
+        QTimer closing;
+        closing.callOnTimeout([] {
+            if (auto* menu = QApplication::activePopupWidget())
+                menu->hide();
+        });
+        closing.start(10);
         const int done = work([&](int count) {
             if (count == 1)
                 QTimer::singleShot(0, &desk_->window, [&] {

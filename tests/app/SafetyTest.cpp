@@ -56,7 +56,7 @@ private slots:
     {
         const QTemporaryDir folder;
         const QString root = folder.path();
-        for (const auto* name : {"album", "chosen", "config", "data", "state", "cache", "runtime", "tmp"})
+        for (const auto* name : {"home", "album", "chosen", "config", "data", "state", "cache", "runtime", "tmp"})
             QVERIFY(QDir(root).mkdir(QLatin1String(name)));
         for (const auto& name : {u"v24.mp3"_qs, u"tagged.m4a"_qs})
             ScratchFolder::write(root + u"/album/"_qs + name, ScratchFolder::fixture(name));
@@ -85,7 +85,7 @@ private:
     static QProcessEnvironment surroundings(const QString& root)
     {
         auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"HOME"_qs, root);
+        environment.insert(u"HOME"_qs, root + u"/home"_qs);
         environment.insert(u"TMPDIR"_qs, root + u"/tmp"_qs);
         environment.insert(u"XDG_RUNTIME_DIR"_qs, root + u"/runtime"_qs);
         for (const auto* kind : {"config", "data", "state", "cache"})

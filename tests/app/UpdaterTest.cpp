@@ -21,7 +21,7 @@ private slots:
     }
     void cleanup() { updater_.reset(); }
 
-    // the feed, with ' for " and P for a page that will do | the version that is told | the program's own unless 1.2.0
+    // the feed, with ' for " and P for a page that will do | the version that is told | its own unless 1.2.0
     void readsFeeds_data()
     {
         addRows({"{'version': '1.2.1', P} | 1.2.1",

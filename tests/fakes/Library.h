@@ -72,7 +72,7 @@ struct Library {
             open(fixture);
     }
     /// Counted in the order of the list without a filter.
-    AudioFile& record(qsizetype number) { return *list.content().at(static_cast<std::size_t>(number)); }
+    AudioFile& record(qsizetype number) const { return *list.content().at(static_cast<std::size_t>(number)); }
 
     /// Rows are written as "0 2".
     static QList<int> numbers(const QString& rows)
