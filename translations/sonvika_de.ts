@@ -164,6 +164,10 @@
         <source>Title</source>
         <translation>Titel</translation>
     </message>
+    <message>
+        <source>The picture can&apos;t be decoded or converted</source>
+        <translation>Das Bild kann nicht dekodiert oder umgewandelt werden</translation>
+    </message>
 </context>
 <context>
     <name>CommandValidation</name>
@@ -494,6 +498,13 @@
     <message>
         <source>The name is not valid UTF-8</source>
         <translation>Der Name ist kein gültiges UTF-8</translation>
+    </message>
+</context>
+<context>
+    <name>ListDrops</name>
+    <message>
+        <source>The source did not deliver it</source>
+        <translation>Die Quelle hat sie nicht geliefert</translation>
     </message>
 </context>
 <context>

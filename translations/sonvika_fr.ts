@@ -164,6 +164,10 @@
         <source>Title</source>
         <translation>Titre</translation>
     </message>
+    <message>
+        <source>The picture can&apos;t be decoded or converted</source>
+        <translation>L’image ne peut pas être décodée ou convertie</translation>
+    </message>
 </context>
 <context>
     <name>CommandValidation</name>
@@ -494,6 +498,13 @@
     <message>
         <source>The name is not valid UTF-8</source>
         <translation>Le nom n’est pas de l’UTF-8 valide</translation>
+    </message>
+</context>
+<context>
+    <name>ListDrops</name>
+    <message>
+        <source>The source did not deliver it</source>
+        <translation>La source ne l’a pas fourni</translation>
     </message>
 </context>
 <context>

@@ -121,6 +121,9 @@ void connectDesktop(Program& program, DBusApplication& onTheBus)
     });
     QObject::connect(&program.terminationSignals, &TerminationSignals::endWanted, window, [&program] {
         program.work.abandon();
+        // A panel that asks for access holds the work up.
+        if (auto* asking = QApplication::activeModalWidget())
+            asking->close();
         program.work.whenIdle([&program] {
             program.window.close();
             QCoreApplication::quit();
@@ -141,10 +144,11 @@ bool isServedElsewhere(DBusApplication& onTheBus, const Options& options)
 int main(int argc, char* argv[])
 {
     SessionBus::abandonUnlessItAnswers();
-    QStringList arguments;
-    std::transform(argv, argv + argc, std::back_inserter(arguments), PathBytes::decode);
     StandardStreams::occupy();
     const QApplication application(argc, argv);
+    // Those of Qt itself are gone by now.
+    QStringList arguments;
+    std::transform(argv, argv + argc, std::back_inserter(arguments), PathBytes::decode);
     QCoreApplication::setApplicationName(QStringLiteral("Sonvika"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SONVIKA_VERSION));
     QGuiApplication::setDesktopFileName(DBusApplication::name);

@@ -12,11 +12,11 @@
 #include "model/Picture.h"
 #include "platform/FileBrowser.h"
 #include "platform/FileSystem.h"
+#include "platform/PathBytes.h"
 #include "tagengine/TaglibWrapper.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QUrl>
 
 namespace {
 
@@ -46,18 +46,18 @@ void ArtworkCommands::updateImage()
     });
 }
 
-void ArtworkCommands::setArtFromFile(const QString& path)
+bool ArtworkCommands::setArtFromFile(const QString& path)
 {
     const ImageFile file = ImageFile::read(path);
     if (file.error.isEmpty())
-        setArt(file.bytes);
-    else
-        refuse(file.error, path);
+        return setArt(file.bytes);
+    refuse(file.error, path);
+    return true;
 }
 
-void ArtworkCommands::setArt(const QByteArray& bytes)
+bool ArtworkCommands::setArt(const QByteArray& bytes)
 {
-    WorkLoop::run(monitor_, list_.selectedObjects(), [&](const AudioFilePtr& record) {
+    return WorkLoop::run(monitor_, list_.selectedObjects(), [&](const AudioFilePtr& record) {
         if (TaglibWrapper::setImageData(bytes, record->path, record->fileType))
             art_.put(bytes);
         else
@@ -95,17 +95,20 @@ bool ArtworkCommands::saveArt(const QString& path)
     if (!art_.isShown())
         return false;
     const auto bytes = ImageFormats::encode(Picture::decode(art_.bytes()), format);
-    const QString error = bytes ? ImageFile::write(path, *bytes) : QString();
-    if (bytes && error.isEmpty())
+    const QString error =
+        bytes ? ImageFile::write(path, *bytes)
+              : translated(QT_TRANSLATE_NOOP("ArtworkCommands", "The picture can't be decoded or converted"));
+    if (error.isEmpty())
         return true;
-    Messages::post(notifier_, {path, Messages::failedToSaveImage(QUrl::fromLocalFile(path).toString()), error});
+    const QString url = PathBytes::toUrl(path).toString(QUrl::FullyEncoded);
+    Messages::post(notifier_, {path, Messages::failedToSaveImage(url), error});
     return false;
 }
 
 void ArtworkCommands::showInFinder()
 {
     for (const auto& record : list_.selectedObjects()) {
-        if (QFileInfo::exists(record->path))
+        if (FileSystem::exists(record->path))
             fileBrowser_.reveal(record->path);
     }
 }

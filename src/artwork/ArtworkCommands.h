@@ -29,7 +29,8 @@ public:
     void updateImage();
     /// Sets the contents of an image file as the art of every selected file. Refused, with a message, when the file
     /// can't be read, holds no picture, or is larger than 64 MB.
-    void setArtFromFile(const QString& path);
+    /// @return false when the user stopped it.
+    bool setArtFromFile(const QString& path);
     /// Removes the art from every selected file.
     void deleteImage();
     /// Lets the user choose where, and in which format, to save the art that is shown.
@@ -46,7 +47,7 @@ public:
     void pasteImage(const QMimeData& pasteboard);
 
 private:
-    void setArt(const QByteArray& bytes);
+    bool setArt(const QByteArray& bytes);
     void refuse(const QString& reason, const QString& path = {});
 
     ArrayController& list_;

@@ -5,6 +5,7 @@
 #include "artwork/PictureSource.h"
 #include "artwork/ShownArt.h"
 #include "library/ArrayController.h"
+#include "library/Messages.h"
 #include "library/SelectionSummary.h"
 #include "platform/DropFolder.h"
 #include "platform/FileSystem.h"
@@ -15,8 +16,8 @@
 #include <iostream>
 
 ArtworkDrops::ArtworkDrops(ArrayController& list, ArtworkCommands& commands, ShownArt& art, DropFolder& dropFolder,
-                           UserDefaults& defaults)
-    : list_(list), commands_(commands), art_(art), dropFolder_(dropFolder), defaults_(defaults)
+                           Notifier& notifier, UserDefaults& defaults)
+    : list_(list), commands_(commands), art_(art), dropFolder_(dropFolder), notifier_(notifier), defaults_(defaults)
 {
 }
 
@@ -34,8 +35,10 @@ bool ArtworkDrops::performDragOperation(const QMimeData& data)
 {
     const auto setArt = [this](const QStringList& paths) {
         const auto set = [this, paths] {
-            for (const auto& path : paths)
-                commands_.setArtFromFile(path);
+            for (const auto& path : paths) {
+                if (!commands_.setArtFromFile(path))
+                    break;
+            }
         };
         QMetaObject::invokeMethod(this, set, Qt::QueuedConnection);
     };
@@ -47,12 +50,15 @@ bool ArtworkDrops::performDragOperation(const QMimeData& data)
     const auto received = PictureSource::readData(data);
     if (!received)
         return false;
-    dropFolder_.receive(received->bytes, received->fileName, [setArt](const QString& path, const QString& error) {
-        if (error.isEmpty())
+    const auto take = [this, setArt](const QString& path, const QString& error) {
+        if (error.isEmpty()) {
             setArt({path});
-        else
-            std::cout << "couldn't recieve image drag: " << error.toStdString() << std::endl;
-    });
+            return;
+        }
+        std::cout << "couldn't recieve image drag: " << error.toStdString() << std::endl;
+        notifier_.noteFailure({{}, Messages::unableToLoadImage(error), error});
+    };
+    dropFolder_.receive(received->bytes, received->fileName, take);
     return true;
 }
 

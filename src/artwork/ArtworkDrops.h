@@ -10,6 +10,7 @@
 class ArrayController;
 class ArtworkCommands;
 class DropFolder;
+class Notifier;
 class ShownArt;
 class UserDefaults;
 
@@ -19,7 +20,7 @@ class ArtworkDrops : public QObject {
 
 public:
     ArtworkDrops(ArrayController& list, ArtworkCommands& commands, ShownArt& art, DropFolder& dropFolder,
-                 UserDefaults& defaults);
+                 Notifier& notifier, UserDefaults& defaults);
 
     bool hasSelection() const;
 
@@ -42,6 +43,7 @@ private:
     ArtworkCommands& commands_;
     ShownArt& art_;
     DropFolder& dropFolder_;
+    Notifier& notifier_;
     UserDefaults& defaults_;
     std::unique_ptr<QTemporaryDir> promised_;
     int promiseCount_ = 0;

@@ -10,8 +10,6 @@
 #include <QSet>
 
 #include <cerrno>
-#include <cstdlib>
-#include <memory>
 #include <system_error>
 
 #include <fcntl.h>
@@ -78,9 +76,9 @@ private:
         QByteArray& real = realFolders_[folder];
         if (real.isEmpty()) {
             const QByteArray name = folder.isEmpty() ? QByteArray(".") : PathBytes::encode(folder);
-            const std::unique_ptr<char, decltype(&std::free)> found(::realpath(name.constData(), nullptr),
-                                                                    &std::free);
-            real = found ? QByteArray(found.get()) : name;
+            real = FileSystem::realPath(name);
+            if (real.isEmpty())
+                real = name;
         }
         return real;
     }

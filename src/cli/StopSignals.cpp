@@ -18,7 +18,7 @@ void StopSignals::note()
 {
     struct sigaction action {};
     action.sa_handler = take;
-    action.sa_flags = SA_RESTART;
+    action.sa_flags = SA_RESTART | SA_RESETHAND;
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         struct sigaction current {};
         // What the caller wants ignored, as nohup does, stays so.

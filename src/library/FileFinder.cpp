@@ -4,7 +4,6 @@
 #include "platform/FileSystem.h"
 #include "platform/PathBytes.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -94,11 +93,11 @@ QStringList audioFiles(const QString& path)
 
 QStringList audioFiles(const QString& path, const Skipped& skipped)
 {
-    const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    const QString absolute = FileSystem::absolutePath(path);
     if (hasSupportedExtension(absolute))
         return {absolute};
     const auto print = [&](const QString& item, const QString& reason) {
-        std::cout << item.toStdString() << ": " << reason.toStdString() << std::endl;
+        std::cout << PathBytes::encode(item).constData() << ": " << reason.toStdString() << std::endl;
         if (skipped)
             skipped(item, reason);
     };

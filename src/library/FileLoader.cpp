@@ -26,8 +26,9 @@ bool FileLoader::openPaths(const QStringList& paths)
     }
     const ArrayController::AddingBatch batch(list_);
     bool allAdded = true;
-    WorkLoop::run(monitor_, files, [&](const QString& file) { allAdded = loadFile(file) && allAdded; });
-    return allAdded;
+    const bool allTried =
+        WorkLoop::run(monitor_, files, [&](const QString& file) { allAdded = loadFile(file) && allAdded; });
+    return allTried && allAdded;
 }
 
 bool FileLoader::loadFile(const QString& path)

@@ -18,7 +18,8 @@ public:
     FileLoader(ArrayController& list, Notifier& notifier, RecentDocuments& recentDocuments, WorkMonitor& monitor);
 
     /// Adds a file, or every audio file below a folder.
-    /// @return true when every file found under @p path was added; true also when there was none.
+    /// @return true when every file found under @p path was added; true also when there was none, false also when the user
+    /// stopped it.
     bool openPath(const QString& path) { return openPaths({path}); }
 
     /// The same for several paths, one after another; the views follow once at the end.

@@ -9,6 +9,7 @@
 #include "platform/FileSystem.h"
 #include "platform/PathBytes.h"
 
+#include <QCoreApplication>
 #include <QDataStream>
 #include <QIODevice>
 #include <QUrl>
@@ -73,15 +74,17 @@ void ListDrops::acceptDrop(const QMimeData& data, bool fromThisList, int gap)
 
 void ListDrops::receive(const QMimeData& data)
 {
-    const auto audio = DroppedData::readData(data, audioTypes());
-    if (!audio)
-        return;
-    dropFolder_.receive(audio->bytes, audio->fileName, [this](const QString& path, const QString& error) {
+    const auto take = [this](const QString& path, const QString& error) {
         if (error.isEmpty())
             loader_.openPath(path);
         else
             Messages::post(notifier_, {{}, Messages::couldNotReceiveAudioFile(error), {}});
-    });
+    };
+    const auto audio = DroppedData::readData(data, audioTypes());
+    if (audio)
+        dropFolder_.receive(audio->bytes, audio->fileName, take);
+    else
+        take({}, QCoreApplication::translate("ListDrops", "The source did not deliver it"));
 }
 
 void ListDrops::reorder(const QMimeData& data, int gap)

@@ -39,8 +39,9 @@ inline const QString& pathOf(const AudioFilePtr& record)
 }
 
 /// Does @p work with each of the paths or records, one after another, until the monitor stops it.
+/// @return false when it did.
 template <class Files, class Work>
-void run(WorkMonitor& monitor, const Files& files, Work work)
+bool run(WorkMonitor& monitor, const Files& files, Work work)
 {
     struct Span {
         WorkMonitor& monitor;
@@ -50,9 +51,10 @@ void run(WorkMonitor& monitor, const Files& files, Work work)
     const Span span{monitor};
     for (const auto& file : files) {
         if (!monitor.fileBegins(pathOf(file)))
-            return;
+            return false;
         work(file);
     }
+    return true;
 }
 
 } // namespace WorkLoop

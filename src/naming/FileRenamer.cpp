@@ -5,6 +5,7 @@
 #include "library/WorkMonitor.h"
 #include "naming/FileNameFormat.h"
 #include "platform/FileSystem.h"
+#include "platform/PathBytes.h"
 #include "sandbox/PermissionManager.h"
 
 #include <QFileInfo>
@@ -26,7 +27,7 @@ void FileRenamer::renameFiles(const QStringList& format)
             rename(record, FileNameFormat::buildFileName(format, *record));
         } catch (const std::exception& error) {
             const QString reason = QString::fromLocal8Bit(error.what());
-            std::cout << "couldn't rename file at path: " << record->path.toStdString()
+            std::cout << "couldn't rename file at path: " << PathBytes::encode(record->path).constData()
                       << ", with error: " << reason.toStdString() << std::endl;
             Messages::post(notifier_, {record->path, Messages::couldNotRename(record->path, reason), reason});
         }
@@ -42,7 +43,7 @@ QString FileRenamer::newPath(const AudioFile& record, const QString& newName)
 void FileRenamer::rename(const AudioFilePtr& record, const QString& newName)
 {
     const QString path = newPath(*record, newName);
-    permissions_.performWithAccess(QFileInfo(record->path).absolutePath(),
+    permissions_.performWithAccess(FileSystem::absolutePath(QFileInfo(record->path).path()),
                                    [&] { FileSystem::moveItem(record->path, path); });
     list_.renameObject(*record, newName, path);
 }

@@ -3,7 +3,6 @@
 #include "platform/FileSystem.h"
 #include "platform/PathBytes.h"
 
-#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -38,8 +37,10 @@ QString decimal(quint64 number)
 
 QByteArray Bookmark::create(const QString& path, Options options)
 {
-    const QString canonical = QFileInfo(path).canonicalFilePath();
-    const struct stat found = examine(canonical.isEmpty() ? path : canonical);
+    const QString canonical = PathBytes::decode(FileSystem::realPath(PathBytes::encode(path)));
+    if (canonical.isEmpty())
+        throw Error(std::strerror(errno));
+    const struct stat found = examine(canonical);
     const QJsonObject bookmark{{pathKey, canonical},
                                {deviceKey, decimal(found.st_dev)},
                                {inodeKey, decimal(found.st_ino)},

@@ -1,11 +1,11 @@
 #include "platform/DBusApplication.h"
 
+#include "platform/FileSystem.h"
 #include "platform/PathBytes.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusReply>
-#include <QFileInfo>
 #include <QUrl>
 
 const QString DBusApplication::name = QStringLiteral("org.sonvika.Sonvika");
@@ -41,7 +41,7 @@ bool DBusApplication::handOver(const QStringList& paths)
 {
     QStringList uris;
     for (const auto& path : paths)
-        uris.append(QString::fromUtf8(PathBytes::toUrl(QFileInfo(path).absoluteFilePath()).toEncoded()));
+        uris.append(QString::fromUtf8(PathBytes::toUrl(FileSystem::absolutePath(path)).toEncoded()));
     auto message =
         QDBusMessage::createMethodCall(name, objectPath, QStringLiteral("org.freedesktop.Application"),
                                        uris.isEmpty() ? QStringLiteral("Activate") : QStringLiteral("Open"));

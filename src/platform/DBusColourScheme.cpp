@@ -1,9 +1,9 @@
 #include "platform/DBusColourScheme.h"
 
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusVariant>
 
 namespace {
 
@@ -41,7 +41,7 @@ DBusColourScheme::DBusColourScheme()
     if (!bus.isConnected())
         return;
     bus.connect(service, object, interface, QStringLiteral("SettingChanged"), this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
+                SLOT(settingChanged(QDBusMessage)));
     QDBusMessage read = QDBusMessage::createMethodCall(service, object, interface, QStringLiteral("Read"));
     read.setArguments({appearanceGroup, schemeKey});
     auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(read), this);
@@ -53,8 +53,9 @@ DBusColourScheme::DBusColourScheme()
     });
 }
 
-void DBusColourScheme::settingChanged(const QString& group, const QString& key, const QDBusVariant& value)
+void DBusColourScheme::settingChanged(const QDBusMessage& signal)
 {
-    if (group == appearanceGroup && key == schemeKey)
-        emit changed(preferenceOf(unwrapped(value.variant())));
+    const auto arguments = signal.arguments();
+    if (arguments.value(0) == appearanceGroup && arguments.value(1) == schemeKey)
+        emit changed(preferenceOf(unwrapped(arguments.value(2))));
 }

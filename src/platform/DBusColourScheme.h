@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDBusVariant>
+#include <QDBusMessage>
 #include <QObject>
 
 /// Whether the user prefers a dark or a light appearance, as the desktop portal tells it
@@ -18,5 +18,6 @@ signals:
     void changed(Preference preference);
 
 private slots:
-    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+    // Qt finds no slot with a QDBusVariant.
+    void settingChanged(const QDBusMessage& signal);
 };

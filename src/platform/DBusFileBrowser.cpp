@@ -20,7 +20,7 @@ void DBusFileBrowser::reveal(const QString& path)
     auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, path] {
         if (watcher->isError())
-            openFolder(QFileInfo(path).absolutePath());
+            openFolder(QFileInfo(path).path());
         watcher->deleteLater();
     });
 }
@@ -30,7 +30,7 @@ void DBusFileBrowser::openFolder(const QString& folder)
     if (justOpened_.contains(folder))
         return;
     justOpened_.insert(folder);
-    QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+    QDesktopServices::openUrl(PathBytes::toUrl(folder));
     constexpr int together = 1000;
     QTimer::singleShot(together, this, [this, folder] { justOpened_.remove(folder); });
 }

@@ -30,7 +30,7 @@ struct SavePanelRequest {
     std::function<void(const QString& path)> chosen;
 };
 
-/// A panel that asks the user for access to one file or folder. An empty text leaves the panel its own.
+/// A panel that asks the user for access to one folder. An empty text leaves the panel its own.
 struct AccessPanelRequest {
     QString title;
     QString message;

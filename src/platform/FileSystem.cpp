@@ -7,6 +7,9 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
 #include <system_error>
 
 #include <fcntl.h>
@@ -20,6 +23,12 @@ namespace {
 [[noreturn]] void fail(int error)
 {
     throw std::system_error(error, std::generic_category());
+}
+
+bool isOfType(const QString& path, mode_t type)
+{
+    struct stat found {};
+    return ::stat(PathBytes::encode(path).constData(), &found) == 0 && (found.st_mode & S_IFMT) == type;
 }
 
 bool isSameFile(const QByteArray& one, const QByteArray& other)
@@ -100,14 +109,52 @@ bool isReadableFile(const QString& path)
 
 bool isFolder(const QString& path)
 {
-    struct stat found {};
-    return ::stat(PathBytes::encode(path).constData(), &found) == 0 && S_ISDIR(found.st_mode);
+    return isOfType(path, S_IFDIR);
+}
+
+bool isRegularFile(const QString& path)
+{
+    return isOfType(path, S_IFREG);
+}
+
+bool exists(const QString& path)
+{
+    return ::access(PathBytes::encode(path).constData(), F_OK) == 0;
 }
 
 void checkResourceIsReachable(const QString& path)
 {
-    if (::access(PathBytes::encode(path).constData(), F_OK) != 0)
+    if (!exists(path))
         fail(errno);
+}
+
+QString absolutePath(const QString& path)
+{
+    QByteArray full = PathBytes::encode(path);
+    if (!full.startsWith('/')) {
+        std::error_code error;
+        const auto current = std::filesystem::current_path(error);
+        if (error || path.isEmpty())
+            return path;
+        full.prepend(QByteArray::fromStdString(current.string()) + '/');
+    }
+    const QByteArray root("/");
+    QByteArray absolute;
+    for (const auto& part : full.split('/')) {
+        if (part.isEmpty() || part == ".")
+            continue;
+        absolute += '/' + part;
+        const QByteArray parent = part == ".." ? realPath(absolute) : QByteArray();
+        if (!parent.isEmpty())
+            absolute = parent == root ? QByteArray() : parent;
+    }
+    return PathBytes::decode(absolute.isEmpty() ? root : absolute);
+}
+
+QByteArray realPath(const QByteArray& path)
+{
+    const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.constData(), nullptr), &std::free);
+    return real ? QByteArray(real.get()) : QByteArray();
 }
 
 void moveItem(const QString& from, const QString& to)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace FileSystem {
@@ -12,6 +13,19 @@ bool isReadableFile(const QString& path);
 
 /// Whether there is a folder, or a link to one, at @p path.
 bool isFolder(const QString& path);
+
+/// Whether there is a file, or a link to one, at @p path: neither a folder nor a device or pipe.
+bool isRegularFile(const QString& path);
+
+/// Whether anything can be reached at @p path.
+bool exists(const QString& path);
+
+/// The path from the root, with no part that is empty, "." or, where that leads to a folder, "..". As for the system,
+/// ".." behind a link to a folder is the folder around the one that is linked.
+QString absolutePath(const QString& path);
+
+/// The path with every link followed, as bytes; empty, and errno tells why, when nothing can be reached there.
+QByteArray realPath(const QByteArray& path);
 
 /// Throws std::system_error, saying why, when nothing can be reached at @p path.
 void checkResourceIsReachable(const QString& path);

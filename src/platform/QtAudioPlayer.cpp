@@ -1,14 +1,18 @@
 #include "platform/QtAudioPlayer.h"
 
+#include "platform/FileSystem.h"
+#include "platform/PathBytes.h"
+
 #include <QAudioDevice>
 #include <QDir>
-#include <QFileInfo>
 #include <QLibraryInfo>
 #include <QMediaDevices>
 #include <QUrl>
 
 #include <algorithm>
 #include <utility>
+
+#include <fcntl.h>
 
 namespace {
 
@@ -42,18 +46,19 @@ void QtAudioPlayer::load(const QString& path)
 {
     stop();
     // Anything else that bears the name, such as a pipe, could keep the program waiting.
-    if (!QFileInfo(path).isFile()) {
+    if (!FileSystem::isRegularFile(path)) {
         emit failed(Problem::NoFile);
         return;
     }
-    file_.setFileName(path);
-    if (!player_.isAvailable() || !file_.open(QIODevice::ReadOnly)) {
+    const int descriptor = ::open(PathBytes::encode(path).constData(), O_RDONLY | O_CLOEXEC);
+    const bool isOpen = descriptor >= 0 && file_.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    if (!player_.isAvailable() || !isOpen) {
         emit failed(Problem::NoDecoder);
         return;
     }
     if (!findDevice())
         emit failed(Problem::NoDevice);
-    player_.setSourceDevice(&file_, QUrl::fromLocalFile(path));
+    player_.setSourceDevice(&file_, PathBytes::toUrl(path));
 }
 
 void QtAudioPlayer::play()

@@ -1,5 +1,6 @@
 #include "platform/RecentDocuments.h"
 
+#include "platform/FileSystem.h"
 #include "platform/PathBytes.h"
 
 #include <QDateTime>
@@ -119,7 +120,7 @@ QStringList RecentFilesList::recentDocuments() const
     QStringList files;
     for (auto entry = byTime.end(); entry != byTime.begin() && files.size() < listedLimit;) {
         --entry;
-        if (QFileInfo::exists(*entry))
+        if (FileSystem::exists(*entry))
             files.append(*entry);
     }
     return files;

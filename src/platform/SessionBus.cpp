@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QUrl>
 
+#include <cerrno>
 #include <cstring>
 #include <optional>
 
@@ -15,6 +16,8 @@
 namespace {
 
 constexpr int patience = 500;
+enum class Answer { Given, Late, None };
+Answer lastAnswer = Answer::None;
 const char addressVariable[] = "DBUS_SESSION_BUS_ADDRESS";
 
 struct Address {
@@ -55,21 +58,23 @@ bool becomes(int socket, short event)
 }
 
 /// Says hello as any client does, and waits for any answer.
-bool answers(const Address& address)
+Answer answerOf(const Address& address)
 {
     const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    if (socket < 0)
-        return false;
     QByteArray hello("\0AUTH EXTERNAL ", 15);
     hello += QByteArray::number(::getuid()).toHex() + "\r\n";
-    char answer = 0;
-    const bool heard =
-        ::connect(socket, reinterpret_cast<const sockaddr*>(&address.name), address.length) == 0
-        && becomes(socket, POLLOUT)
-        && ::send(socket, hello.constData(), static_cast<std::size_t>(hello.size()), MSG_NOSIGNAL) == hello.size()
-        && becomes(socket, POLLIN) && ::recv(socket, &answer, 1, 0) == 1;
+    char first = 0;
+    Answer answer = Answer::None;
+    if (::connect(socket, reinterpret_cast<const sockaddr*>(&address.name), address.length) != 0)
+        answer = errno == EAGAIN ? Answer::Late : Answer::None;
+    else if (!becomes(socket, POLLOUT)
+             || ::send(socket, hello.constData(), static_cast<std::size_t>(hello.size()), MSG_NOSIGNAL) < 0
+             || !becomes(socket, POLLIN))
+        answer = Answer::Late;
+    else if (::recv(socket, &first, 1, 0) == 1)
+        answer = Answer::Given;
     ::close(socket);
-    return heard;
+    return answer;
 }
 
 } // namespace
@@ -81,9 +86,13 @@ bool SessionBus::abandonUnlessItAnswers()
     if (addresses.isEmpty() && !runtime.isEmpty())
         addresses = "unix:path=" + (runtime + "/bus").toPercentEncoding("/");
     const auto address = parse(addresses);
-    if (addresses.isEmpty() || (address && !answers(*address))) {
+    lastAnswer = addresses.isEmpty() ? Answer::None : address ? answerOf(*address) : Answer::Given;
+    if (lastAnswer != Answer::Given)
         qputenv(addressVariable, "disabled:");
-        return false;
-    }
-    return true;
+    return lastAnswer == Answer::Given;
+}
+
+bool SessionBus::wasTooSlow()
+{
+    return lastAnswer == Answer::Late;
 }

@@ -9,4 +9,7 @@ namespace SessionBus {
 /// @return false when there is none to use.
 bool abandonUnlessItAnswers();
 
+/// Whether it was left alone although it is there.
+bool wasTooSlow();
+
 } // namespace SessionBus

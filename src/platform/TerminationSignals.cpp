@@ -1,5 +1,6 @@
 #include "platform/TerminationSignals.h"
 
+#include <cerrno>
 #include <csignal>
 
 #include <fcntl.h>
@@ -12,8 +13,10 @@ volatile std::sig_atomic_t writeEnd = -1;
 
 void note(int)
 {
+    const int error = errno;
     const char byte = 0;
     [[maybe_unused]] const auto written = ::write(writeEnd, &byte, 1);
+    errno = error;
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 UserDefaults::UserDefaults()
     : settings_(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("sonvika"), QStringLiteral("sonvika"))
 {
+    // The files of other programs and of the system hold none of these.
+    settings_.setFallbacksEnabled(false);
 }
 
 UserDefaults::UserDefaults(const QString& filePath) : settings_(filePath, QSettings::IniFormat) {}

@@ -1,6 +1,7 @@
 #include "sandbox/OpenPanelManager.h"
 
 #include "platform/FilePanels.h"
+#include "platform/FileSystem.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -43,7 +44,8 @@ OpenPanelManager::OpenPanelManager(FilePanels& panels)
 
 QString OpenPanelManager::requestAccess(const QString& path)
 {
-    const AccessPanelAnswer answer = panels_.runAccessPanel({title, message, prompt, QFileInfo(path).absolutePath()});
+    const QString folder = FileSystem::absolutePath(QFileInfo(path).path());
+    const AccessPanelAnswer answer = panels_.runAccessPanel({title, message, prompt, folder});
     switch (answer.response) {
     case AccessPanelAnswer::OK:
         return answer.path;

@@ -9,6 +9,7 @@ namespace FailureReason {
 
 // The reasons that are given in more than one place.
 inline constexpr auto notSound = QT_TRANSLATE_NOOP("FailureReason", "This is no sound file of a known kind");
+inline constexpr auto noFile = QT_TRANSLATE_NOOP("FailureReason", "This is no file");
 inline constexpr auto noTag = QT_TRANSLATE_NOOP("FailureReason", "The file has no tag");
 inline constexpr auto invalidText = QT_TRANSLATE_NOOP("FailureReason", "The text is not valid Unicode");
 inline constexpr auto inUse = QT_TRANSLATE_NOOP("FailureReason", "Another program is changing the file");

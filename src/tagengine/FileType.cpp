@@ -1,5 +1,6 @@
 #include "tagengine/TaglibWrapper.h"
 
+#include "platform/FileSystem.h"
 #include "platform/PathBytes.h"
 #include "tagengine/FailureReason.h"
 
@@ -39,11 +40,17 @@ std::optional<QString> TaglibWrapper::detectFileType(const QString& path)
 
 std::optional<QString> TaglibWrapper::detectStreamType(const QString& path)
 {
-    TagLib::FileStream stream(PathBytes::encode(path).constData());
+    const QByteArray name = PathBytes::encode(path);
     FailureReason::clear();
+    // A pipe would be waited for.
+    if (FileSystem::exists(path) && !FileSystem::isRegularFile(path)) {
+        FailureReason::note(FailureReason::noFile);
+        return std::nullopt;
+    }
+    TagLib::FileStream stream(name.constData());
     if (!stream.isOpen()) {
         FailureReason::note(errno);
-        std::cerr << "Unable to open FileStream: " << path.toStdString() << std::endl;
+        std::cerr << "Unable to open FileStream: " << name.constData() << std::endl;
         return std::nullopt;
     }
     for (const auto& probe : probes) {

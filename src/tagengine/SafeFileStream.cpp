@@ -1,14 +1,13 @@
 #include "tagengine/SafeFileStream.h"
 
+#include "platform/FileSystem.h"
 #include "tagengine/FailureReason.h"
 #include "tagengine/FileCommit.h"
 #include "tagengine/UndoRecord.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <utility>
 
 #include <fcntl.h>
@@ -18,8 +17,8 @@ namespace {
 /// The path with every link followed; the path itself where there is no such file.
 QByteArray resolved(const QByteArray& path)
 {
-    const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.constData(), nullptr), &std::free);
-    return real ? QByteArray(real.get()) : path;
+    const QByteArray real = FileSystem::realPath(path);
+    return real.isEmpty() ? path : real;
 }
 
 } // namespace
@@ -38,7 +37,7 @@ SafeFileStream::SafeFileStream(QByteArray path, Mode mode)
         return;
     identity_ = FileIdentity::ofDescriptor(file_.get());
     if (!identity_.isRegular) {
-        FailureReason::note(QT_TRANSLATE_NOOP("FailureReason", "This is no file"));
+        FailureReason::note(FailureReason::noFile);
         lock_.reset();
         file_.close();
         return;

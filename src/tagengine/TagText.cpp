@@ -1,5 +1,6 @@
 #include "tagengine/TagText.h"
 
+#include "platform/PathBytes.h"
 #include "tagengine/TaglibWrapper.h"
 
 #include <charconv>
@@ -61,7 +62,7 @@ TagLib::ByteVector fromBytes(const QByteArray& bytes)
 
 void printLine(const QString& line)
 {
-    std::cout << line.toStdString() << std::endl;
+    std::cout << PathBytes::encode(line).constData() << std::endl;
 }
 
 } // namespace TagText

@@ -27,7 +27,7 @@ unsigned int leadingNumber(const QString& text);
 QByteArray toBytes(const TagLib::ByteVector& bytes);
 TagLib::ByteVector fromBytes(const QByteArray& bytes);
 
-/// One diagnostic line on standard output, flushed.
+/// One diagnostic line on standard output, flushed; paths in it keep their bytes.
 void printLine(const QString& line);
 
 } // namespace TagText

@@ -89,6 +89,9 @@ private slots:
         counter->click();
         auto* messages = desk_->find<MessagesWindow>();
         QVERIFY(messages && QTest::qWaitForWindowActive(messages));
+        messages->showMinimized();
+        counter->click();
+        QVERIFY(!messages->isMinimized());
         button(*messages, u"&Copy All"_qs).click();
         const QStringList lines = QGuiApplication::clipboard()->text().split(u'\n', Qt::SkipEmptyParts);
         QCOMPARE(lines.size(), 2);

@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 #include "app/NotificationPoster.h"
 #include "fakes/Library.h"
+#include "platform/DBusNotificationService.h"
 #include "platform/SessionBus.h"
 
 #include <QElapsedTimer>
@@ -74,6 +75,12 @@ private slots:
             QVERIFY(!SessionBus::abandonUnlessItAnswers());
             QVERIFY(time.elapsed() < 1000);
             QCOMPARE(qgetenv(variable), "disabled:");
+            // Only a bus that is there may be merely slow.
+            const bool isThere = name == u"bus";
+            QCOMPARE(SessionBus::wasTooSlow(), isThere);
+            std::optional<bool> granted;
+            DBusNotificationService().requestAuthorization([&](bool answer) { granted = answer; });
+            QCOMPARE(granted, std::optional(isThere));
         }
         qputenv(variable, real);
     }

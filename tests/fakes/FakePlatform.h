@@ -13,7 +13,9 @@ struct FakeNotifier : Notifier {
     {
         posted.append(title + QStringLiteral(": ") + body);
     }
+    void noteFailure(const Failure& failure) override { noted.append(failure); }
     QStringList posted;
+    QList<Failure> noted;
 };
 
 struct FakeNotificationService : NotificationService {

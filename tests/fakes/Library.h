@@ -40,7 +40,7 @@ struct Library {
     ListDrops drops{list, loader, dropFolder, notifier};
     ShownArt art;
     ArtworkCommands artwork{list, art, notifier, panels, fileBrowser, defaults, monitor};
-    ArtworkDrops artworkDrops{list, artwork, art, dropFolder, defaults};
+    ArtworkDrops artworkDrops{list, artwork, art, dropFolder, notifier, defaults};
     BookmarksManager bookmarks{defaults};
     OpenPanelManager openPanel{panels};
     PermissionManager permissions{openPanel, bookmarks};

@@ -1,7 +1,6 @@
 // Stands in for libFuzzer: runs the target on so many mutations of the seeds, always the same ones.
 //
-//   sonvika-fuzz COUNT [FIRST]     inputs FIRST to FIRST + COUNT - 1; each bad one is reported by its number
-//   sonvika-fuzz FILE...           these inputs
+//   sonvika-fuzz COUNT [FIRST]     inputs FIRST to FIRST + COUNT - 1, until one is bad: its number is told
 
 #include <algorithm>
 #include <atomic>
@@ -13,6 +12,7 @@
 #include <iterator>
 #include <new>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -27,8 +27,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-constexpr int patience = 2;
-constexpr int worstFindings = 20;
 
 #ifdef __SANITIZE_ADDRESS__
 extern "C" const char* __asan_default_options()
@@ -45,26 +43,16 @@ void limitMemory()
 }
 #endif
 
-Bytes readFile(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 std::vector<Bytes> readSeeds()
 {
-    std::vector<std::filesystem::path> paths;
-    for (const auto& entry : std::filesystem::directory_iterator(TEST_DATA_DIR))
-        paths.push_back(entry.path());
-    std::sort(paths.begin(), paths.end());
+    using Folder = std::filesystem::directory_iterator;
     std::vector<Bytes> seeds;
-    for (const auto& path : paths) {
-        const auto kind = path.string().find("m4a") != std::string::npos ? 1
-                          : path.extension() == ".wav"                   ? 2
-                          : path.extension() == ".aiff"                  ? 3
-                                                                         : 0;
-        seeds.push_back(readFile(path));
-        seeds.back().push_back(static_cast<std::uint8_t>(kind));
+    for (const auto& path : std::set<std::filesystem::path>(Folder(TEST_DATA_DIR), Folder())) {
+        std::ifstream file(path, std::ios::binary);
+        const std::string name = path.filename().string();
+        const auto has = [&](const char* type) { return name.find(type) != std::string::npos; };
+        seeds.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+        seeds.back().push_back(has("m4a") ? 1 : has(".wav") ? 2 : has(".aiff") ? 3 : 0);
     }
     return seeds;
 }
@@ -98,30 +86,18 @@ private:
             return;
         const auto here = bytes.begin() + static_cast<std::ptrdiff_t>(at);
         const auto length = static_cast<std::ptrdiff_t>(below(std::min<std::size_t>(bytes.size() - at, 300)));
-        switch (below(7)) {
+        const Bytes other = below(2) == 0 ? bytes : seed();
+        const auto from = other.begin() + static_cast<std::ptrdiff_t>(position(other));
+        switch (below(4)) {
         case 0:
-            *here ^= static_cast<std::uint8_t>(1U << below(8));
+            *here ^= static_cast<std::uint8_t>(below(2) == 0 ? 1U << below(8) : random_());
             break;
         case 1:
-            *here = static_cast<std::uint8_t>(random_());
+            bytes.erase(here, below(2) == 0 ? here + length : bytes.end() - 1);
             break;
         case 2:
-            bytes.erase(here, bytes.end() - 1);
+            bytes.insert(here, from, from + std::min(other.end() - from, length));
             break;
-        case 3:
-            bytes.erase(here, here + length);
-            break;
-        case 4: {
-            const Bytes copy(here, here + length);
-            bytes.insert(here, copy.begin(), copy.end());
-            break;
-        }
-        case 5: {
-            const Bytes& other = seed();
-            const auto from = other.begin() + static_cast<std::ptrdiff_t>(position(other));
-            bytes.insert(here, from, from + std::min<std::ptrdiff_t>(other.end() - from, 300));
-            break;
-        }
         default:
             setNumber(bytes, at);
         }
@@ -129,9 +105,8 @@ private:
 
     void setNumber(Bytes& bytes, std::size_t at)
     {
-        constexpr std::uint32_t numbers[]{0,          1,          7,          8,          9,
-                                          0x7F,       0x100,      0xFFFF,     0x01000000, 0x7F7F7F7F,
-                                          0x7FFFFFFF, 0x80000000, 0xFFFFFFF8, 0xFFFFFFFF};
+        constexpr std::uint32_t numbers[]{0,      1,          7,          8,          9,          0x7F,      0x100,
+                                          0xFFFF, 0x01000000, 0x7F7F7F7F, 0x7FFFFFFF, 0x80000000, 0xFFFFFFF8};
         const std::uint32_t number = numbers[below(std::size(numbers))];
         const bool bigEndian = below(2) == 0;
         for (std::size_t i = 0; i < 4 && at + i < bytes.size(); ++i)
@@ -145,49 +120,34 @@ private:
 /// Ends the process by a signal when one input takes too much processor time.
 void run(const Bytes& bytes)
 {
-    const itimerval limit{{0, 0}, {patience, 0}};
+    const itimerval limit{{0, 0}, {2, 0}};
     ::setitimer(ITIMER_PROF, &limit, nullptr);
     LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
-}
-
-int runFiles(int count, char** paths)
-{
-    limitMemory();
-    for (int i = 0; i < count; ++i)
-        run(readFile(paths[i]));
-    return 0;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc > 1 && std::filesystem::exists(argv[1]))
-        return runFiles(argc - 1, argv + 1);
     const unsigned long count = argc > 1 ? std::strtoul(argv[1], nullptr, 10) : 1000;
     const unsigned long first = argc > 2 ? std::strtoul(argv[2], nullptr, 10) : 0;
-    const auto seeds = readSeeds();
+    // The child counts where this process sees it.
     void* shared =
         ::mmap(nullptr, sizeof(std::atomic_ulong), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     auto& number = *new (shared) std::atomic_ulong(first);
-    int findings = 0;
-    for (; number < first + count && findings < worstFindings; ++number) {
-        if (const pid_t child = ::fork(); child == 0) {
-            limitMemory();
-            for (; number < first + count; ++number)
-                run(Mutator(seeds, static_cast<unsigned int>(number)).input());
-            std::exit(0);
-        } else {
-            int status = 0;
-            ::waitpid(child, &status, 0);
-            if (status == 0)
-                break;
-            ++findings;
-            std::printf("input %lu: %s %d\n", number.load(), WIFSIGNALED(status) ? "signal" : "exit",
-                        WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status));
-            std::fflush(stdout);
-        }
+    if (::fork() == 0) {
+        limitMemory();
+        const auto seeds = readSeeds();
+        for (; number < first + count; ++number)
+            run(Mutator(seeds, static_cast<unsigned int>(number)).input());
+        std::exit(0);
     }
-    std::printf("%lu inputs from %lu on, %d bad\n", count, first, findings);
-    return findings == 0 ? 0 : 1;
+    int status = 1;
+    ::wait(&status);
+    if (status == 0)
+        std::printf("%lu inputs from %lu on, none of them bad\n", count, first);
+    else
+        std::printf("input %lu: %s %d\n", number.load(), WIFSIGNALED(status) ? "signal" : "exit",
+                    WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status));
+    return status == 0 ? 0 : 1;
 }

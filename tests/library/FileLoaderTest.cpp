@@ -1,6 +1,7 @@
 #include "fakes/Library.h"
 #include "library/FileFinder.h"
 #include "library/PathIndex.h"
+#include "platform/PathBytes.h"
 #include "support/Rows.h"
 
 #include <QRandomGenerator>
@@ -74,6 +75,10 @@ private slots:
         QCOMPARE(library.recent.paths, (QStringList{files[0], files[2]}));
         QCOMPARE(library.notifier.posted.filter(u"already open"_qs).size(), 2);
         QCOMPARE(library.notifier.posted.filter(files[1]).size(), 2);
+        connect(&library.loader, &FileLoader::frontWanted, &library.monitor, &LongWork::cancel);
+        const QString another = library.folder.copy(u"v24.mp3"_qs, u"4.mp3"_qs);
+        QVERIFY(!library.loader.openPaths({another, library.folder.path(u"5.mp3"_qs)}));
+        QCOMPARE(library.list.rowCount(), 3);
         for (const auto& fixture : {u"info.wav"_qs, u"text.mp3"_qs}) {
             QVERIFY(!library.loader.loadFile(library.folder.copy(fixture, u"no "_qs + fixture.section(u'.', 0, 0))));
             QCOMPARE(library.notifier.posted.last(), u"Sonvika: Unsupported file type"_qs);
@@ -128,7 +133,29 @@ private slots:
         QVERIFY(QFile::setPermissions(locked, {}));
         QCOMPARE(FileFinder::audioFiles(folder.path(u"."_qs)), expected);
         QVERIFY(QFile::setPermissions(locked, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-        QCOMPARE(FileFinder::audioFiles(folder.path(u"b//../x.mp3/"_qs)), QStringList{folder.path(u"x.mp3"_qs)});
+    }
+
+    // a path in the current folder | the file it stands for
+    void takesPathsAsTheSystemDoes_data()
+    {
+        addRows({"x.mp3 | x.mp3", ".//b/./../x.mp3/ | x.mp3", "%FF/%E9.mp3 | %FF/%E9.mp3", "link/../x.mp3 | b/x.mp3",
+                 "link/a.mp3 | link/a.mp3", "gone/../x.mp3 | gone/../x.mp3"});
+    }
+    void takesPathsAsTheSystemDoes()
+    {
+        const auto [given, expected] = row<2>();
+        const ScratchFolder folder;
+        QVERIFY(QDir(folder.path({})).mkpath(u"b/c"_qs));
+        QVERIFY(QFile::link(folder.path(u"b/c"_qs), folder.path(u"link"_qs)));
+        QVERIFY(QDir::setCurrent(folder.path({})));
+        const auto files = FileFinder::audioFiles(PathBytes::decode(QByteArray::fromPercentEncoding(given.toUtf8())));
+        const auto none = FileFinder::audioFiles({});
+        QVERIFY(QDir::setCurrent(u"/"_qs));
+        QCOMPARE(files.size(), 1);
+        QCOMPARE(PathBytes::encode(files[0]).toPercentEncoding(),
+                 (folder.path({}).toUtf8() + '/' + QByteArray::fromPercentEncoding(expected.toUtf8()))
+                     .toPercentEncoding());
+        QVERIFY(none.isEmpty());
     }
 
 private:

@@ -1,8 +1,11 @@
+#include "platform/PathBytes.h"
 #include "platform/QtAudioPlayer.h"
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
 #include <QSignalSpy>
+
+#include <cstdio>
 
 /// The sound itself needs a device, which the machine that runs the tests may not have.
 class AudioPlayerTest : public QObject {
@@ -46,6 +49,17 @@ private slots:
         player_->stop();
         QVERIFY(!openFiles().contains(folder_.path(name)));
         QCOMPARE(player_->state(), AudioPlayer::State::Stopped);
+    }
+
+    void loadsFilesOfAnyName()
+    {
+        const QByteArray odd = QFile::encodeName(folder_.path(u"odd"_qs)) + "\xff.mp3";
+        QCOMPARE(std::rename(QFile::encodeName(folder_.copy(u"v24.mp3"_qs, u"odd"_qs)).constData(), odd.constData()),
+                 0);
+        player_->load(PathBytes::decode(odd));
+        std::remove(odd.constData());
+        QTRY_VERIFY(player_->duration() > 500);
+        QVERIFY(!problem_);
     }
 
     void startsWhereItWasSought()

@@ -49,6 +49,10 @@ private slots:
         DBusNotificationService service;
         QCOMPARE(isGranted(service), true);
 
+        // Nothing of this one's has been answered yet, and it has no time left.
+        DBusNotificationService().deliver({u"id"_qs, u"last"_qs, {}}, {});
+        QTRY_COMPARE(server.shown.value(2).toString(), u"last"_qs);
+
         server.refuses = true;
         bool failed = false;
         service.deliver({{}, u"title"_qs, u"refused"_qs}, [&] { failed = true; });

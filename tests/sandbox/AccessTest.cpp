@@ -1,5 +1,6 @@
 #include "fakes/FakePlatform.h"
 #include "platform/Bookmark.h"
+#include "platform/PathBytes.h"
 #include "platform/UserDefaults.h"
 #include "sandbox/BookmarksManager.h"
 #include "sandbox/OpenPanelManager.h"
@@ -11,6 +12,9 @@
 
 #include <optional>
 #include <system_error>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -69,6 +73,15 @@ private slots:
             QVERIFY(store_->bookmarks().isEmpty() && !store_->resolvedURL(u"/a"_qs));
             QCOMPARE(defaults_->objectForKey(DefaultsKey::bookmarks), value);
         }
+    }
+
+    void bookmarksTakeNamesOfAnyBytes()
+    {
+        const QByteArray odd = PathBytes::encode(folder_->path(u"odd"_qs)) + '\xff';
+        QCOMPARE(::mkdir(odd.constData(), 0700), 0);
+        const auto found = store_->resolveBookmark(store_->bookmarkData(PathBytes::decode(odd)));
+        ::rmdir(odd.constData());
+        QCOMPARE(PathBytes::encode(found.value_or(QString())), odd);
     }
 
     void bookmarksFindFoldersAndNoticeOthers()

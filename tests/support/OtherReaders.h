@@ -24,6 +24,13 @@ inline QString mutagen(const QString& path, const QString& expression)
     return output(QStringLiteral("python3"), {QStringLiteral("-c"), script.arg(expression), path});
 }
 
+inline QString pictureCodec(const QString& path)
+{
+    const auto options =
+        QStringLiteral("-v error -show_entries stream=codec_name -of csv=p=0").split(QLatin1Char(' '));
+    return output(QStringLiteral("ffprobe"), options + QStringList(path));
+}
+
 /// A digest of the encoded sound, as ffmpeg finds it.
 inline QString soundDigest(const QString& path)
 {

@@ -201,7 +201,6 @@ struct Tally {
         if (!verdict.isEmpty())
             wrong += u"%1 at call %2: %3"_qs.arg(what).arg(call).arg(verdict);
     }
-    QByteArray text() const { return wrong.join(u'\n').toUtf8(); }
 };
 
 } // namespace
@@ -232,9 +231,7 @@ private slots:
         Tally tally;
         for (std::size_t i = 0; i < count.toUInt(); ++i)
             tally.tryAll(fixture, placement, operations[i]);
-        points_ += tally.points;
-        wrong_ += tally.wrong.size();
-        QVERIFY2(tally.wrong.isEmpty(), tally.text());
+        judge(tally);
     }
 
     // The process that brings a file back is itself hit.
@@ -258,9 +255,7 @@ private slots:
                 }
             }
         }
-        points_ += tally.points;
-        wrong_ += tally.wrong.size();
-        QVERIFY2(tally.wrong.isEmpty(), tally.text());
+        judge(tally);
     }
 
     // The harness proves itself.
@@ -281,6 +276,13 @@ private slots:
     }
 
 private:
+    void judge(const Tally& tally)
+    {
+        points_ += tally.points;
+        wrong_ += tally.wrong.size();
+        QVERIFY2(tally.wrong.isEmpty(), qPrintable(tally.wrong.join(u'\n')));
+    }
+
     int points_ = 0;
     qsizetype wrong_ = 0;
 };

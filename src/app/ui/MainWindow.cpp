@@ -20,6 +20,7 @@
 #include "library/ui/QuickLookTableView.h"
 #include "naming/ui/FileFormatController.h"
 #include "platform/UserDefaults.h"
+#include "platform/ui/DesktopWindow.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -66,6 +67,7 @@ MainWindow::MainWindow(ViewController& controller, ArrayController& list, ListDr
       actions_(std::make_unique<Actions>(controller, list, art))
 {
     setWindowTitle(tr("Sonvika"));
+    DesktopWindow::moveByBackground(*this);
     resize(initialSize);
     buildCentre(drops, art, artworkDrops);
     new MainMenu(*this, *actions_, *table_, controller, recentDocuments);
@@ -101,12 +103,9 @@ void MainWindow::comeToFront()
     frontWanted_ = false;
     if (isActiveWindow())
         return;
-    setWindowState(windowState() & ~Qt::WindowMinimized);
     if (!isVisible())
         restoreGeometry(defaults_.dataForKey(DefaultsKey::windowGeometry));
-    show();
-    raise();
-    activateWindow();
+    DesktopWindow::bringToFront(*this);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
@@ -341,8 +340,7 @@ void MainWindow::showMessages(FailureLog& failures)
         messagesWindow_ = new MessagesWindow(failures, this);
         messagesWindow_->setAttribute(Qt::WA_DeleteOnClose);
     }
-    messagesWindow_->show();
-    messagesWindow_->activateWindow();
+    DesktopWindow::bringToFront(*messagesWindow_);
 }
 
 void MainWindow::findInList()

@@ -5,6 +5,7 @@
 #include "app/ui/PreviewCover.h"
 #include "model/AudioFile.h"
 #include "platform/ui/AccessibleRole.h"
+#include "platform/ui/DesktopWindow.h"
 #include "tagengine/TaglibWrapper.h"
 
 #include <QCoreApplication>
@@ -66,9 +67,7 @@ void PreviewPanel::showPreview(const AudioFile& record)
     showTexts(record);
     cover_->setCover(TaglibWrapper::getImageData(record.path, record.fileType).value_or(QByteArray()));
     bar_->open(record.path);
-    show();
-    raise();
-    activateWindow();
+    DesktopWindow::bringToFront(*this);
     bar_->focusButton();
 }
 

@@ -56,7 +56,7 @@ struct Program {
     ListDrops drops{list, loader, dropFolder, notifier};
     ShownArt art;
     ArtworkCommands artwork{list, art, notifier, panels, fileBrowser, defaults, work};
-    ArtworkDrops artworkDrops{list, artwork, art, dropFolder, defaults};
+    ArtworkDrops artworkDrops{list, artwork, art, dropFolder, notifier, defaults};
     BookmarksManager bookmarks{defaults};
     OpenPanelManager openPanel{panels};
     PermissionManager permissions{openPanel, bookmarks};

@@ -167,6 +167,9 @@ void QuickLookTableView::keyPressEvent(QKeyEvent* event)
         emit editWanted();
         return;
     }
+    // With nothing selected, the arrows choose a row; the key that leads to the current cell would not move.
+    if (!list_.selection().hasSelection() && !event->modifiers().testFlag(Qt::ControlModifier))
+        selectionModel()->clearCurrentIndex();
     const bool space = event->key() == Qt::Key_Space;
     if (space && !event->isAutoRepeat())
         emit quickLookWanted();

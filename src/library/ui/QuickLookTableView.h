@@ -66,6 +66,7 @@ private:
     void paintDropMark(QPainter& painter) const;
     void clearSortMark();
     void setDropMark(DropMark mark, int gap = -1);
+    /// The gap that is nearest: there is no dropping onto a row.
     int gapAt(const QPoint& position) const;
     /// Whether another part of this program is the source: the list takes nothing from it, and asks it for nothing.
     bool isFromElsewhereInside(const QDropEvent& event) const;

@@ -5,16 +5,15 @@
 #include "naming/ui/RenamePlanModel.h"
 #include "naming/ui/TokenButton.h"
 #include "naming/ui/TokenField.h"
+#include "platform/ui/DesktopWindow.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QTableView>
-#include <QWindow>
 
 namespace {
 
@@ -36,6 +35,7 @@ FileFormatController::FileFormatController(ArrayController& list, UserDefaults& 
     : QDialog(parent), list_(list), defaults_(defaults)
 {
     setWindowTitle(tr("Rename Files"));
+    DesktopWindow::moveByBackground(*this);
     resize(initialSize);
     const auto selected = list.selectedObjects();
     audioFile_ = selected.empty() ? nullptr : selected.front();
@@ -186,11 +186,4 @@ QString FileFormatController::planText() const
 void FileFormatController::windowWillClose()
 {
     FileNameFormat::storeTokens(defaults_, tokenField_->tokens());
-}
-
-void FileFormatController::mousePressEvent(QMouseEvent* event)
-{
-    // The window is moved by its background.
-    if (event->button() == Qt::LeftButton && windowHandle())
-        windowHandle()->startSystemMove();
 }

@@ -28,8 +28,6 @@ signals:
     void renameWanted(const QStringList& format);
 
 protected:
-    void mousePressEvent(QMouseEvent* event) override;
-
 private:
     void buildFormat(QGridLayout& grid);
     QWidget* buildPalette(const QStringList& tokens);

@@ -64,6 +64,8 @@ QFileDialog& FileDialogs::makeDialog(const QString& title, QFileDialog::FileMode
     auto* dialog = new QFileDialog(window_, title, lastFolder_);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(mode);
+    // Nothing is made, renamed or deleted where something is only chosen.
+    dialog->setOption(QFileDialog::ReadOnly);
     return *dialog;
 }
 

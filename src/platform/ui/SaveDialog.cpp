@@ -7,7 +7,7 @@ SaveDialog::SaveDialog(QWidget* parent, const SavePanelRequest& request, const Q
     setAcceptMode(AcceptSave);
     setFileMode(AnyFile);
     request_.willAppear(*this);
-    selectFile(completed(request_.name, extensions_));
+    selectFile(completed(request_.name));
     connect(this, &QFileDialog::filterSelected, this, &SaveDialog::takeFormat);
     connect(this, &QFileDialog::fileSelected, this, &SaveDialog::finish);
 }
@@ -26,14 +26,17 @@ void SaveDialog::selectFormat(int index)
 void SaveDialog::setAllowedExtensions(const QStringList& extensions)
 {
     extensions_ = extensions;
+    knownExtensions_ += extensions;
     setDefaultSuffix(extensions.value(0));
 }
 
-QString SaveDialog::completed(const QString& path, const QStringList& extensions)
+QString SaveDialog::completed(const QString& path) const
 {
-    if (extensions.isEmpty() || extensions.contains(path.section(QLatin1Char('.'), -1)))
+    const QString extension = QFileInfo(path).suffix();
+    if (extensions_.isEmpty() || extensions_.contains(extension))
         return path;
-    return path + QLatin1Char('.') + extensions.first();
+    const QString bare = knownExtensions_.contains(extension) ? path.chopped(extension.size() + 1) : path;
+    return bare + QLatin1Char('.') + extensions_.first();
 }
 
 void SaveDialog::takeFormat()
@@ -48,7 +51,7 @@ void SaveDialog::takeFormat()
 void SaveDialog::finish(const QString& path)
 {
     takeFormat();
-    const QString complete = completed(path, extensions_);
+    const QString complete = completed(path);
     if (complete == path || !QFileInfo::exists(complete)) {
         request_.chosen(complete);
         return;

@@ -15,14 +15,16 @@ public:
     void selectFormat(int index) override;
     void setAllowedExtensions(const QStringList& extensions) override;
 
-    /// @return @p path, with the first of the extensions added unless it ends in one of them.
-    static QString completed(const QString& path, const QStringList& extensions);
-
 private:
+    /// The path with the first of the extensions, unless it ends in one of them: in place of one that another format
+    /// has, and behind any other.
+    QString completed(const QString& path) const;
     void takeFormat();
     void finish(const QString& path);
 
     SavePanelRequest request_;
     QStringList extensions_;
+    /// Those of every format that was chosen.
+    QStringList knownExtensions_;
     int format_ = -1;
 };

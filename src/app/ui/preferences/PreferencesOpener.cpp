@@ -2,6 +2,7 @@
 
 #include "app/ui/preferences/PreferencesTabViewController.h"
 #include "platform/UserDefaults.h"
+#include "platform/ui/DesktopWindow.h"
 
 PreferencesOpener::PreferencesOpener(UserDefaults& defaults, NotificationPoster& notifier, Updater& updater)
     : defaults_(defaults), notifier_(notifier), updater_(updater)
@@ -14,9 +15,7 @@ void PreferencesOpener::showPreferences()
 {
     if (!preferenceController_)
         preferenceController_ = std::make_unique<PreferencesTabViewController>(defaults_, notifier_, updater_);
-    preferenceController_->show();
-    preferenceController_->raise();
-    preferenceController_->activateWindow();
+    DesktopWindow::bringToFront(*preferenceController_);
 }
 
 void PreferencesOpener::openAbout()

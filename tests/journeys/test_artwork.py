@@ -1,0 +1,80 @@
+"""Cover art on its ways in and out."""
+
+import os
+
+import mutagen
+
+from desktop import clipboard, drag, eventually, keys, types
+from journey import DATA, Journey, contents, run
+from peer import source, target
+from program import STATES
+
+
+def art(path):
+    """The first picture, as mutagen reads it."""
+    found = mutagen.File(path).tags
+    pictures = found.get("covr") or [picture.data for picture in found.values() if hasattr(picture, "data")]
+    return bytes(pictures[0]) if pictures else None
+
+
+def size(picture):
+    return run("ffprobe", "-v", "error", "-show_entries", "stream=width,height", "-of", "csv", picture)
+
+
+class Artwork(Journey):
+    def setUp(self):
+        super().setUp()
+        self.program = self.with_album()
+
+    def expect_art(self, expected, *indices):
+        for index in indices:
+            self.expect(expected, lambda: art(self.files[index]))
+
+    def test_pasted(self):
+        clipboard(f"{DATA}/cover.png", "image/png")
+        before = art(self.files[2])
+        self.program.select(0, 1)
+        self.program.focus_well()
+        keys("ctrl+v")
+        self.expect_art(contents(f"{DATA}/cover.png"), 0, 1)
+        self.expect_art(before, 2)
+        self.end(self.program)
+
+    def test_dropped(self):
+        self.program.select(1, 2)
+        with source("image/jpeg", f"{DATA}/cover.jpg") as picture:
+            drag(picture.middle, self.program.well.middle)
+            picture.expect("taken")
+            self.expect_art(contents(f"{DATA}/cover.jpg"), 1, 2)
+        self.end(self.program)
+
+    def test_dragged_out(self):
+        self.program.select(0)
+        shown = f"{self.home}/shown"
+        with open(shown, "wb") as file:
+            file.write(art(self.files[0]))
+        received = f"{self.home}/received"
+        os.mkdir(received)
+        with target(received) as folder:
+            drag(self.program.well.middle, folder.middle)
+            folder.expect("copied")
+        (name,) = os.listdir(received)
+        self.assertEqual("Low Tide", name.rpartition(".")[0])
+        self.assertEqual(size(f"{received}/{name}"), size(shown))
+        self.end(self.program)
+
+    def test_saved_and_deleted(self):
+        self.program.select(0, 1)
+        self.program.focus_well()
+        keys("ctrl+shift+s")
+        self.program.dialog("Save Image")
+        keys("ctrl+a")
+        types(f"{self.home}/saved")
+        keys("Return")
+        eventually(lambda: [name for name in os.listdir(self.home) if name.startswith("saved.")])
+        eventually(lambda: self.program.window.has(STATES.ACTIVE))
+        self.program.focus_well()
+        keys("Delete")
+        self.expect_art(None, 0, 1)
+        self.assertIsNotNone(art(self.files[2]))
+        self.end(self.program)
