@@ -9,110 +9,80 @@
 #include <QMimeData>
 #include <QTest>
 
+namespace {
+
+/// Ends the session as failed unless a step is done in time.
+template <class IsDone>
+void await(const char* step, IsDone isDone)
+{
+    if (!QTest::qWaitFor(isDone))
+        qFatal("Not done: %s", step);
+}
+
+void editFiles(Program& program, const QByteArray& picture, const QString& chosen)
+{
+    auto* title = program.window.findChild<QLineEdit*>(u"TITLE"_qs);
+    title->setFocus();
+    title->selectAll();
+    QTest::keyClicks(title, u"Evening"_qs);
+    QTest::keyClick(title, Qt::Key_Return);
+    program.artwork.deleteImage();
+    await("delete", [&] { return !program.art.isShown(); });
+    QMimeData dropped;
+    dropped.setData(u"image/png"_qs, picture);
+    program.artworkDrops.performDragOperation(dropped);
+    await("drop", [&] { return program.art.isShown(); });
+    await("save", [&] { return program.artwork.saveArt(chosen + u"/cover.jpg"_qs); });
+    await("drag", [&] { return program.artworkDrops.pasteboardWriterForDropView()->urls().size() == 1; });
+
+    program.controller.showFormatWindow();
+    auto* rename = program.window.findChild<QAbstractButton*>(u"rename"_qs);
+    program.window.findChild<TokenField*>()->setTokens({u"Title"_qs, u" "_qs, u"File Name"_qs});
+    await("format", [&] { return rename->isEnabled(); });
+    rename->click();
+    await("rename", [&] { return program.list.arrangedObjects().front()->path.contains(u"/Evening"_qs); });
+    program.controller.removeUnsupportedTags();
+    program.controller.removeAllTags();
+}
+
+void lookAround(Program& program)
+{
+    program.controller.openQuickLook();
+    await("preview", [&] { return program.previewPanel.isPreviewShown(); });
+    program.controller.closeQuickLook();
+    program.preferences.showPreferences();
+    for (auto* widget : QApplication::allWidgets()) {
+        if (widget->objectName() == u"notificationsButton")
+            qobject_cast<QAbstractButton*>(widget)->click();
+    }
+    await("preference", [&] { return program.defaults.boolForKey(DefaultsKey::showNotifications); });
+}
+
+} // namespace
+
 /// One session of the real program, for a test that watches it from outside: Session FOLDER PICTURE CHOSEN-FOLDER.
 /// The files of the first folder are edited in the ways that there are; the art is saved into the last one.
-class Session : public QObject {
-    Q_OBJECT
-
-public:
-    Session(QString folder, QString picture, QString chosen)
-        : folder_(std::move(folder)), picture_(std::move(picture)), chosen_(std::move(chosen))
-    {
-    }
-
-private slots:
-    void opens()
-    {
-        program_.window.attachPreview(program_.preview);
-        program_.delegate.applicationWillFinishLaunching();
-        program_.window.show();
-        program_.updater.start();
-        program_.delegate.applicationOpenFiles({folder_});
-        QCOMPARE(program_.list.rowCount(), 2);
-        program_.controller.selectAll();
-    }
-    void editsAField()
-    {
-        auto* title = program_.window.findChild<QLineEdit*>(u"TITLE"_qs);
-        QVERIFY(title);
-        title->setFocus();
-        title->selectAll();
-        QTest::keyClicks(title, u"Evening"_qs);
-        QTest::keyClick(title, Qt::Key_Return);
-        QCOMPARE(program_.list.arrangedObjects().front()->title, u"Evening"_qs);
-    }
-    void setsArt()
-    {
-        program_.artwork.deleteImage();
-        QVERIFY(!program_.art.isShown());
-        QMimeData dropped;
-        QFile picture(picture_);
-        QVERIFY(picture.open(QIODevice::ReadOnly));
-        dropped.setData(u"image/png"_qs, picture.readAll());
-        QVERIFY(program_.artworkDrops.performDragOperation(dropped));
-        QTRY_VERIFY(program_.art.isShown());
-    }
-    void savesAndDragsArt()
-    {
-        QVERIFY(program_.artwork.saveArt(chosen_ + u"/cover.jpg"_qs));
-        const auto dragged = program_.artworkDrops.pasteboardWriterForDropView();
-        QVERIFY(dragged && dragged->urls().size() == 1);
-    }
-    void renames()
-    {
-        program_.controller.showFormatWindow();
-        auto* field = program_.window.findChild<TokenField*>();
-        auto* rename = program_.window.findChild<QAbstractButton*>(u"rename"_qs);
-        QVERIFY(field && rename);
-        field->setTokens({u"Title"_qs, u" "_qs, u"File Name"_qs});
-        QTRY_VERIFY(rename->isEnabled());
-        rename->click();
-        QTRY_VERIFY(program_.list.arrangedObjects().front()->path.contains(u"/Evening"_qs));
-    }
-    void previews()
-    {
-        program_.controller.openQuickLook();
-        QTRY_VERIFY(program_.previewPanel.isPreviewShown());
-        program_.controller.closeQuickLook();
-    }
-    void changesPreferences()
-    {
-        program_.preferences.showPreferences();
-        QAbstractButton* notifications = nullptr;
-        for (auto* widget : QApplication::allWidgets()) {
-            if (widget->objectName() == u"notificationsButton")
-                notifications = qobject_cast<QAbstractButton*>(widget);
-        }
-        QVERIFY(notifications);
-        notifications->click();
-    }
-    void ends()
-    {
-        program_.controller.removeUnsupportedTags();
-        program_.controller.removeAllTags();
-        program_.window.close();
-        program_.delegate.applicationWillTerminate();
-    }
-
-private:
-    QString folder_;
-    QString picture_;
-    QString chosen_;
-    DBusApplication onTheBus_;
-    const DBusApplication::Role role_ = onTheBus_.claim();
-    const bool recovered_ = (TaglibWrapper::recoverInterruptedChanges(), true);
-    Program program_;
-};
-
 int main(int argc, char* argv[])
 {
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Sonvika"));
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 4)
-        return 2;
-    Session session(arguments.at(1), arguments.at(2), arguments.at(3));
-    return QTest::qExec(&session, QStringList{arguments.front()});
+    DBusApplication onTheBus;
+    onTheBus.claim();
+    TaglibWrapper::recoverInterruptedChanges();
+    Program program;
+    program.window.attachPreview(program.preview);
+    program.delegate.applicationWillFinishLaunching();
+    program.window.show();
+    program.updater.start();
+    program.delegate.applicationOpenFiles({arguments.at(1)});
+    await("open", [&] { return program.list.rowCount() == 2; });
+    program.controller.selectAll();
+    lookAround(program);
+    QFile picture(arguments.at(2));
+    await("read", [&] { return picture.open(QIODevice::ReadOnly); });
+    editFiles(program, picture.readAll(), arguments.at(3));
+    program.window.close();
+    program.delegate.applicationWillTerminate();
+    return 0;
 }
-
-#include "Session.moc"

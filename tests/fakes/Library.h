@@ -18,8 +18,7 @@
 #include "sandbox/BookmarksManager.h"
 #include "sandbox/OpenPanelManager.h"
 #include "sandbox/PermissionManager.h"
-
-#include <QTemporaryDir>
+#include "support/ScratchFolder.h"
 
 /// The program without its window, on a desktop of fakes.
 struct Library {
@@ -29,6 +28,8 @@ struct Library {
     FakeFileBrowser fileBrowser;
     QTemporaryDir settings;
     UserDefaults defaults{settings.filePath(QStringLiteral("settings.ini"))};
+    /// Where the files are that open() opens.
+    ScratchFolder folder;
     LongWork monitor;
     ArrayController list;
     FileLoader loader{list, notifier, recent, monitor};
@@ -57,6 +58,31 @@ struct Library {
             list.addObject(record);
         }
     }
+    /// Opens a copy of a file of the test data, under another name if one is given. @return its path.
+    QString open(const QString& fixture, const QString& name = {})
+    {
+        const QString path = folder.copy(fixture, name);
+        if (!loader.openPath(path))
+            qFatal("%s was not opened", qUtf8Printable(path));
+        return path;
+    }
+    void openAll(const QStringList& fixtures)
+    {
+        for (const auto& fixture : fixtures)
+            open(fixture);
+    }
+    /// Counted in the order of the list without a filter.
+    AudioFile& record(qsizetype number) const { return *list.content().at(static_cast<std::size_t>(number)); }
+
+    /// Rows are written as "0 2".
+    static QList<int> numbers(const QString& rows)
+    {
+        QList<int> numbers;
+        for (const auto& row : rows.split(u' ', Qt::SkipEmptyParts))
+            numbers.append(row.toInt());
+        return numbers;
+    }
+    void select(const QString& rows) { list.selection().setRows(numbers(rows)); }
     static QString titles(const std::vector<AudioFilePtr>& records)
     {
         QStringList titles;

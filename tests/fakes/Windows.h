@@ -3,28 +3,22 @@
 #include "app/NotificationPoster.h"
 #include "app/Updater.h"
 #include "app/ui/Appearance.h"
-#include "app/ui/MainWindow.h"
 #include "app/ui/PlaybackBar.h"
 #include "app/ui/PreviewPanel.h"
 #include "app/ui/preferences/PreferencesTabViewController.h"
+#include "fakes/Desk.h"
 #include "fakes/FakeAudioPlayer.h"
 #include "fakes/FakeFeedFetcher.h"
-#include "fakes/Library.h"
-#include "library/ui/QuickLookTableView.h"
 #include "naming/ui/FileFormatController.h"
 #include "naming/ui/TokenField.h"
-#include "support/ScratchFolder.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QTest>
-#include <QUrl>
 
 /// Every window of the program, in its states, for tests about all of them.
 class Windows {
 public:
-    Windows() { appear(*main_); }
+    Windows() { appear(desk_.window); }
 
     /// Adds a test row for each window, once for each mode.
     static void addRows(const QStringList& modes = {QString()})
@@ -39,27 +33,29 @@ public:
 
     QWidget& open(const QString& name)
     {
-        if (name == u"unselected" || name == u"main" || name == u"news")
-            openMain(name != u"unselected");
-        if (name == u"news")
-            main_->findChild<QLineEdit*>(u"searchField"_qs)->setText(u"title"_qs);
-        if (name == u"news")
-            main_->showUpdate(u"2.0"_qs, QUrl(u"https://example.org/new"_qs));
-        const QStringList panes{u"general"_qs, u"updates"_qs, u"about"_qs};
-        if (panes.contains(name))
-            return openPreferences(static_cast<int>(panes.indexOf(name)));
+        const auto pane = QStringList{u"general"_qs, u"updates"_qs, u"about"_qs}.indexOf(name);
+        if (pane >= 0)
+            return openPreferences(static_cast<int>(pane));
+        if (name == u"empty")
+            return desk_.window;
+        desk_.openAll({u"v24.mp3"_qs, u"lame.mp3"_qs, u"two-pictures.mp3"_qs});
         if (name == u"format" || name == u"conflicts")
             return openFormat(name == u"conflicts");
+        if (name != u"unselected")
+            desk_.select(u"0"_qs);
         if (name == u"preview" || name == u"unplayable")
             return openPreview(name == u"preview");
-        return *main_;
+        if (name == u"news") {
+            desk_.find<QLineEdit>(u"searchField"_qs)->setText(u"title"_qs);
+            desk_.window.showUpdate(u"2.0"_qs, QUrl(u"https://example.org/new"_qs));
+        }
+        return desk_.window;
     }
 
-    MainWindow& mainWindow() { return *main_; }
-    Library& library() { return library_; }
+    Desk& desk() { return desk_; }
 
 private:
-    void appear(QWidget& window)
+    static void appear(QWidget& window)
     {
         window.show();
         // The window behind it may be about to be activated.
@@ -67,37 +63,27 @@ private:
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
     }
-    void openMain(bool selected)
-    {
-        for (const auto& name : {u"v24.mp3"_qs, u"lame.mp3"_qs, u"two-pictures.mp3"_qs})
-            QVERIFY(library_.loader.openPath(folder_.copy(name)));
-        if (selected)
-            library_.list.selection().setRows({0});
-    }
     QWidget& openFormat(bool conflicts)
     {
-        openMain(false);
-        library_.controller.selectAll();
-        library_.controller.showFormatWindow();
-        auto* window = main_->findChild<FileFormatController*>();
+        desk_.controller.selectAll();
+        desk_.controller.showFormatWindow();
+        auto* window = desk_.find<FileFormatController>();
         appear(*window);
-        auto* field = window->findChild<TokenField*>();
-        field->setTokens(conflicts ? QStringList{u"x"_qs} : QStringList{u"Title"_qs});
+        window->findChild<TokenField*>()->setTokens({conflicts ? u"x"_qs : u"Title"_qs});
         auto* box = window->findChild<QCheckBox*>();
         [&] { QTRY_COMPARE(box->isVisible(), conflicts); }();
         return *window;
     }
     QWidget& openPreview(bool playable)
     {
-        openMain(true);
         const auto make = [playable]() -> std::unique_ptr<AudioPlayer> {
             auto player = std::make_unique<FakeAudioPlayer>();
             if (!playable)
                 player->problem = AudioPlayer::Problem::NoDevice;
             return player;
         };
-        preview_ = std::make_unique<PreviewPanel>(make, main_->findChild<QuickLookTableView*>(), main_.get());
-        preview_->showPreview(*library_.list.arrangedObjects().front());
+        preview_ = std::make_unique<PreviewPanel>(make, &desk_.table, &desk_.window);
+        preview_->showPreview(desk_.record(0));
         appear(*preview_);
         preview_->findChild<PlaybackBar*>()->togglePlayback();
         return *preview_;
@@ -105,24 +91,18 @@ private:
     QWidget& openPreferences(int pane)
     {
         fetcher_.feed = "{\"version\": \"2.0\", \"page\": \"https://example.org/new\"}";
-        updater_ = std::make_unique<Updater>(library_.defaults, fetcher_, QUrl(u"https://example.org/feed"_qs));
-        updater_->setAutomaticallyChecksForUpdates(true);
-        poster_ = std::make_unique<NotificationPoster>(library_.defaults, service_);
-        preferences_ = std::make_unique<PreferencesTabViewController>(library_.defaults, *poster_, *updater_);
+        updater_.setAutomaticallyChecksForUpdates(true);
+        preferences_ = std::make_unique<PreferencesTabViewController>(desk_.defaults, poster_, updater_);
         preferences_->selectPane(pane);
         appear(*preferences_);
         return *preferences_;
     }
 
-    ScratchFolder folder_;
     FakeNotificationService service_;
     FakeFeedFetcher fetcher_;
-    Library library_;
-    std::unique_ptr<MainWindow> main_ =
-        std::make_unique<MainWindow>(library_.controller, library_.list, library_.drops, library_.art,
-                                     library_.artworkDrops, library_.recent, library_.defaults);
-    std::unique_ptr<NotificationPoster> poster_;
-    std::unique_ptr<Updater> updater_;
+    Desk desk_;
+    NotificationPoster poster_{desk_.defaults, service_};
+    Updater updater_{desk_.defaults, fetcher_, QUrl(u"https://example.org/feed"_qs)};
     std::unique_ptr<PreferencesTabViewController> preferences_;
     std::unique_ptr<PreviewPanel> preview_;
 };

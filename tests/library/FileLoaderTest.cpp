@@ -1,7 +1,10 @@
 #include "fakes/Library.h"
+#include "library/FileFinder.h"
+#include "library/PathIndex.h"
+#include "platform/PathBytes.h"
 #include "support/Rows.h"
-#include "support/ScratchFolder.h"
 
+#include <QRandomGenerator>
 #include <QSignalSpy>
 
 #include <sys/stat.h>
@@ -22,18 +25,17 @@ private slots:
     void opensOrRefuses()
     {
         const auto [name, fixture, result] = row<3>();
-        const ScratchFolder folder;
-        const QString path = folder.path(name);
+        Library library;
+        const QString path = library.folder.path(name);
         if (fixture == u"folder")
             QVERIFY(QDir().mkdir(path));
         else if (fixture == u"pipe")
             QCOMPARE(::mkfifo(path.toUtf8().constData(), 0600), 0);
         else if (!fixture.isEmpty())
-            folder.copy(fixture, name);
+            library.folder.copy(fixture, name);
         const int added = result.toInt();
         const QString message =
             result == u"refused" ? u"Sonvika: Couldn't open file at path: %1"_qs.arg(path) : QString();
-        Library library;
         QSignalSpy activation(&library.loader, &FileLoader::activationWanted);
         QCOMPARE(library.loader.openPath(path), message.isEmpty());
         QCOMPARE(library.notifier.posted.join(u'|'), message);
@@ -45,11 +47,10 @@ private slots:
 
     void takesAFileForOpenWhenAListedPathContainsIts()
     {
-        const ScratchFolder folder;
-        const QString path = folder.copy(u"v24.mp3"_qs);
-        const QString around = folder.path(u"around"_qs) + path;
-        QVERIFY(QDir().mkpath(QFileInfo(around).path()) && QFile::copy(path, around));
         Library library;
+        const QString path = library.folder.copy(u"v24.mp3"_qs);
+        const QString around = library.folder.path(u"around"_qs) + path;
+        QVERIFY(QDir().mkpath(QFileInfo(around).path()) && QFile::copy(path, around));
         QVERIFY(library.controller.openPath(around));
         library.list.setFilterText(u"matches nothing"_qs);
         QVERIFY(!library.controller.openPath(path) && !library.controller.openPath(around));
@@ -63,26 +64,107 @@ private slots:
 
     void oneFailureStopsNoOther()
     {
-        const ScratchFolder folder;
-        const QStringList files{folder.copy(u"v24.mp3"_qs, u"1.mp3"_qs),
-                                folder.copy(u"truncated.m4a"_qs, u"2.m4a"_qs),
-                                folder.copy(u"tagged.m4a"_qs, u"3.m4a"_qs)};
         Library library;
+        QStringList files;
+        for (const auto& fixture : {u"v24.mp3"_qs, u"truncated.m4a"_qs, u"v23.mp3"_qs})
+            files.append(library.folder.copy(fixture));
         library.panels.files = files;
         library.controller.openDocument();
-        library.panels.folders = {folder.path(u"."_qs)};
+        library.panels.folders = {library.folder.path(u"."_qs)};
         library.controller.openFolder();
         QCOMPARE(library.recent.paths, (QStringList{files[0], files[2]}));
         QCOMPARE(library.notifier.posted.filter(u"already open"_qs).size(), 2);
         QCOMPARE(library.notifier.posted.filter(files[1]).size(), 2);
         connect(&library.loader, &FileLoader::frontWanted, &library.monitor, &LongWork::cancel);
-        QVERIFY(!library.loader.openPaths({folder.copy(u"v24.mp3"_qs, u"4.mp3"_qs), folder.path(u"5.mp3"_qs)}));
+        const QString another = library.folder.copy(u"v24.mp3"_qs, u"4.mp3"_qs);
+        QVERIFY(!library.loader.openPaths({another, library.folder.path(u"5.mp3"_qs)}));
         QCOMPARE(library.list.rowCount(), 3);
-        for (const auto& [fixture, name] :
-             {std::pair{u"info.wav"_qs, u"a.wav"_qs}, {u"text.mp3"_qs, u"unknown"_qs}}) {
-            QVERIFY(!library.loader.loadFile(folder.copy(fixture, name)));
+        for (const auto& fixture : {u"info.wav"_qs, u"text.mp3"_qs}) {
+            QVERIFY(!library.loader.loadFile(library.folder.copy(fixture, u"no "_qs + fixture.section(u'.', 0, 0))));
             QCOMPARE(library.notifier.posted.last(), u"Sonvika: Unsupported file type"_qs);
         }
+    }
+
+    void indexAnswersAsASearchThroughEveryPath()
+    {
+        const QStringList pieces = u"/ a b é 😀 .mp3 .m4a . 3 m .MP3 x.mp3/"_qs.split(u' ');
+        QRandomGenerator random(20011);
+        const auto text = [&](int longest) {
+            QString made;
+            for (int left = random.bounded(1, longest); left > 0; --left)
+                made += pieces[random.bounded(static_cast<int>(pieces.size()))];
+            return made;
+        };
+        PathIndex index;
+        QStringList paths;
+        int found = 0;
+        for (int round = 0; round < 20000; ++round) {
+            if (paths.size() < 3 || (paths.size() < 12 && random.bounded(2) == 0)) {
+                paths.append(u'/' + text(7) + u".mp3"_qs);
+                index.insert(paths.last());
+            } else if (random.bounded(8) == 0) {
+                index.remove(paths.takeAt(random.bounded(static_cast<int>(paths.size()))));
+            }
+            const QString wanted = text(4) + (random.bounded(2) == 0 ? u".mp3"_qs : QString());
+            const bool expected = !paths.filter(wanted).isEmpty();
+            found += expected;
+            QVERIFY2(index.anyContains(wanted) == expected, qPrintable(wanted + u" in "_qs + paths.join(u' ')));
+        }
+        QVERIFY(found > 1000 && found < 19000);
+        for (const auto& path : std::as_const(paths))
+            index.remove(path);
+        QVERIFY(!index.anyContains(u"a"_qs) && !index.anyContains(u".mp3"_qs));
+    }
+
+    void findsAudioFilesBelowAFolder()
+    {
+        QLocale::setDefault(QLocale::English);
+        const ScratchFolder folder;
+        QStringList expected =
+            u"9.m4a|10.mp3|b/deep/er/2 z.mp3|b/deep/er/10 z.mp3|it's \"q\"\nline %41.mp3|x.mp3/in.m4a"_qs.split(u'|');
+        for (auto& name : expected)
+            name = make(folder, name);
+        for (const auto& name : u"X.MP3|.hidden.mp3|.hid/x.mp3|note.txt|mp3"_qs.split(u'|'))
+            make(folder, name);
+        QVERIFY(QFile::link(folder.path(u"."_qs), folder.path(u"b/loop"_qs)));
+        QVERIFY(QFile::link(expected[0], folder.path(u"link.m4a"_qs)));
+        QCOMPARE(::mkfifo(folder.path(u"pipe.mp3"_qs).toUtf8().constData(), 0600), 0);
+        const QString locked = QFileInfo(make(folder, u"locked/x.txt"_qs)).path();
+        QVERIFY(QFile::setPermissions(locked, {}));
+        QCOMPARE(FileFinder::audioFiles(folder.path(u"."_qs)), expected);
+        QVERIFY(QFile::setPermissions(locked, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    }
+
+    // a path in the current folder | the file it stands for
+    void takesPathsAsTheSystemDoes_data()
+    {
+        addRows({"x.mp3 | x.mp3", ".//b/./../x.mp3/ | x.mp3", "%FF/%E9.mp3 | %FF/%E9.mp3", "link/../x.mp3 | b/x.mp3",
+                 "link/a.mp3 | link/a.mp3", "gone/../x.mp3 | gone/../x.mp3"});
+    }
+    void takesPathsAsTheSystemDoes()
+    {
+        const auto [given, expected] = row<2>();
+        const ScratchFolder folder;
+        QVERIFY(QDir(folder.path({})).mkpath(u"b/c"_qs));
+        QVERIFY(QFile::link(folder.path(u"b/c"_qs), folder.path(u"link"_qs)));
+        QVERIFY(QDir::setCurrent(folder.path({})));
+        const auto files = FileFinder::audioFiles(PathBytes::decode(QByteArray::fromPercentEncoding(given.toUtf8())));
+        const auto none = FileFinder::audioFiles({});
+        QVERIFY(QDir::setCurrent(u"/"_qs));
+        QCOMPARE(files.size(), 1);
+        QCOMPARE(PathBytes::encode(files[0]).toPercentEncoding(),
+                 (folder.path({}).toUtf8() + '/' + QByteArray::fromPercentEncoding(expected.toUtf8()))
+                     .toPercentEncoding());
+        QVERIFY(none.isEmpty());
+    }
+
+private:
+    static QString make(const ScratchFolder& folder, const QString& name)
+    {
+        QFile file(folder.path(name));
+        if (!QDir().mkpath(QFileInfo(file).path()) || !file.open(QIODevice::WriteOnly))
+            qFatal("Can't make %s", qPrintable(name));
+        return file.fileName();
     }
 };
 

@@ -38,11 +38,9 @@ private slots:
         const auto [map, texts, track] = row<3>();
         const auto record = AudioFile::fromPropertyMap(propertyMap(map), u"/no where/Song.tar.MP3"_qs, 42);
         QCOMPARE(textsOf(*record), texts);
-        QCOMPARE(record->value(u"path"_qs), u"/no where/Song.tar.MP3"_qs);
         QCOMPARE(record->value(u"fileName"_qs), u"Song.tar.MP3"_qs);
         QCOMPARE(record->value(u"fileType"_qs), u"MP3"_qs);
         QCOMPARE(record->value(u"imageDataLength"_qs), u"42"_qs);
-        QVERIFY(record->value(u"TITLE"_qs).isNull());
         const PropertyMap back = record->propertyMap();
         QCOMPARE(back.size(), 11);
         QCOMPARE(back[u"TRACK"_qs], track);
@@ -70,28 +68,21 @@ private slots:
         const QByteArray png = ScratchFolder::fixture(u"cover.png"_qs);
         const QSet<qint64> measures{measureImage(jpg), measureImage(png), measureImage(jpg + 'x'), 0};
         QCOMPARE(measures.size(), 4);
-        QVERIFY(std::all_of(measures.begin(), measures.end(), [](qint64 measure) { return measure >= 0; }));
-        QCOMPARE(measureImage(QByteArray(jpg.constData(), jpg.size())), measureImage(jpg));
         for (const QByteArray& bytes : {QByteArray(), QByteArray("no image"), png.left(20), png.mid(1)})
             QCOMPARE(measureImage(bytes), 0);
     }
 
-    void splitsNumbers_data()
+    // the text | its halves | what the halves make
+    void splitsAndJoinsNumbers_data()
     {
-        addRows({"3/12 | 3 | 12", "7 | 7 | ", "/12 |  | 12", "5/ | 5 | ", "1/2/3 | 1 | 3", "Various | - | -",
-                 "various | various | ", " |  | "});
+        addRows({"3/12 | 3 | 12 | 3/12", "7 | 7 |  | 7", "/12 |  | 12 | 0/12", "5/ | 5 |  | 5", "1/2/3 | 1 | 3 | 1/3",
+                 "Various | - | - | -/-", "various | various |  | various", " |  | "});
     }
-
-    void splitsNumbers()
+    void splitsAndJoinsNumbers()
     {
-        const auto [text, num, total] = row<3>();
+        const auto [text, num, total, joined] = row<4>();
         QVERIFY(NumberText::split(text) == NumberText::Parts({num, total}));
-    }
-
-    void joinsNumbers()
-    {
-        QCOMPARE(NumberText::join(u"5"_qs, u""_qs), u"5"_qs);
-        QCOMPARE(NumberText::join(u""_qs, u"12"_qs), u"0/12"_qs);
+        QCOMPARE(NumberText::join(num, total), joined);
     }
 
     void completesGenres_data()
@@ -108,16 +99,16 @@ private slots:
         QCOMPARE(found.value_or(QString()), expected);
     }
 
+    void listsGenresByNumber_data()
+    {
+        addRows({"Blues | 0", "Jazz | 8", "jazz | -1", "Pop/Funk | 62", "Dance Hall | 125", "Psybient | 191"});
+    }
     void listsGenresByNumber()
     {
+        const auto [name, number] = row<2>();
+        QCOMPARE(GenreList::indexOf(name), number.toInt());
         const QStringList& names = GenreList::names();
-        QCOMPARE(names.size(), 192);
         QCOMPARE(QSet<QString>(names.begin(), names.end()).size(), 192);
-        const QMap<int, QString> known{{0, u"Blues"_qs},     {8, u"Jazz"_qs},         {78, u"Rock ’n’ Roll"_qs},
-                                       {-1, u"jazz"_qs},     {125, u"Dance Hall"_qs}, {147, u"Synthpop"_qs},
-                                       {62, u"Pop/Funk"_qs}, {191, u"Psybient"_qs}};
-        for (auto genre = known.begin(); genre != known.end(); ++genre)
-            QCOMPARE(GenreList::indexOf(genre.value()), genre.key());
     }
 };
 

@@ -28,8 +28,7 @@ private slots:
     {
         addRows({"v24.mp3 | a.mp3 | plays", "text.mp3 | c.mp3 | no decoder", "lame.mp3 | ö #%20?.mp3 | plays",
                  "empty.mp3 | d.mp3 | no decoder", "tagged.m4a | a.m4a | plays", "cover.jpg | e.mp3 | no decoder",
-                 "mp3-named.m4a | b.m4a | plays", " | f.mp3 | no file", "folder | g.mp3 | no file",
-                 "v24.mp3 | h.mp3 | plays"});
+                 "mp3-named.m4a | b.m4a | plays", " | f.mp3 | no file", "folder | g.mp3 | no file"});
     }
     void loads()
     {
@@ -73,8 +72,6 @@ private slots:
         QCOMPARE(positions.size(), 1);
         player_->seek(100'000);
         QCOMPARE(player_->position(), player_->duration());
-        player_->seek(-1);
-        QCOMPARE(player_->position(), 0);
         player_->stop();
         QCOMPARE(player_->duration(), 0);
     }

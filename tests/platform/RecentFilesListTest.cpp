@@ -10,12 +10,13 @@ class RecentFilesListTest : public QObject {
 private slots:
     void keepsTheBookmarksOfOthers()
     {
-        write(R"(<?xml version="1.0" encoding="UTF-8"?>
+        ScratchFolder::write(path_, R"(<?xml version="1.0" encoding="UTF-8"?>
 <xbel version="1.0" xmlns:bookmark="http://www.freedesktop.org/standards/desktop-bookmarks">
 <bookmark href="file:///a%20%C3%A9.mp3" visited="1999-01-01T00:00:00Z"/>
 <bookmark href="file:///b.txt" added="2000-01-01T00:00:00Z"><title>Ünd &amp; so</title><info><metadata owner="o">
 <bookmark:groups><bookmark:group>Office</bookmark:group></bookmark:groups></metadata></info></bookmark></xbel>)");
-        note({u"/a é.mp3"_qs, u"/c#1.m4a"_qs});
+        for (const auto& path : {u"/a é.mp3"_qs, u"/c#1.m4a"_qs})
+            list_.noteNewRecentDocument(path);
         QTRY_COMPARE(addresses(), u"file:///a%20%C3%A9.mp3 file:///b.txt file:///c%231.m4a"_qs);
         const QByteArray text = ScratchFolder::contents(path_);
         for (const auto* kept : {"added=\"2000-01-01T00:00:00Z\"", "<title>Ünd &amp; so</title>", ">Office<"})
@@ -27,8 +28,8 @@ private slots:
     void leavesADamagedListAlone()
     {
         const QByteArray damaged = "<xbel><bookmark href=\"file:///a.mp3\"/><bookmark href=";
-        write(damaged);
-        note({u"/b.mp3"_qs});
+        ScratchFolder::write(path_, damaged);
+        list_.noteNewRecentDocument(u"/b.mp3"_qs);
         QCoreApplication::processEvents();
         QCOMPARE(ScratchFolder::contents(path_), damaged);
     }
@@ -36,29 +37,20 @@ private slots:
     void listsTheNewestOfABatch()
     {
         QVERIFY(QFile::remove(path_));
-        QStringList files;
-        for (int i = 0; i < 2 * RecentFilesList::batchLimit; ++i)
-            files.append(u"/%1.mp3"_qs.arg(i));
-        note(files + QStringList{u"/30.mp3"_qs});
-        files.append(files.takeAt(30));
+        QString newest;
+        for (int i = 0; i <= RecentFilesList::batchLimit; ++i) {
+            list_.noteNewRecentDocument(u"/%1.mp3"_qs.arg(i));
+            // The first one goes, and this one is noted again.
+            if (i > 0 && i != 5)
+                newest += u"file:///%1.mp3 "_qs.arg(i);
+        }
+        list_.noteNewRecentDocument(u"/5.mp3"_qs);
         QTRY_VERIFY(QFile::exists(path_));
-        QCOMPARE(addresses(), files.mid(files.size() - RecentFilesList::batchLimit)
-                                  .replaceInStrings(u"/"_qs, u"file:///"_qs)
-                                  .join(u' '));
+        QCOMPARE(addresses(), newest + u"file:///5.mp3"_qs);
         QCOMPARE(QFile::permissions(path_) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
     }
 
 private:
-    void write(const QByteArray& text)
-    {
-        QFile file(path_);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
-    }
-    void note(const QStringList& paths)
-    {
-        for (const auto& path : paths)
-            list_.noteNewRecentDocument(path);
-    }
     QString addresses() const
     {
         QStringList found;

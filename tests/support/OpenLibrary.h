@@ -1,7 +1,6 @@
 #pragma once
 
 #include "fakes/Library.h"
-#include "support/ScratchFolder.h"
 #include "tagengine/TaglibWrapper.h"
 
 /// The program without its window, with copies of test data open.
@@ -9,13 +8,10 @@ struct OpenLibrary : Library {
     /// @param names those of the copies, and of the test data unless all are copies of @p fixture.
     explicit OpenLibrary(const QString& names, const QString& fixture = {})
     {
-        for (const auto& name : names.split(u' ')) {
-            if (!loader.openPath(folder.copy(fixture.isEmpty() ? name : fixture + name.right(4), name)))
-                qFatal("Can't open %s", qUtf8Printable(name));
-        }
+        for (const auto& name : names.split(u' '))
+            open(fixture.isEmpty() ? name : fixture + name.right(4), name);
     }
 
-    AudioFile& record(int row) const { return *list.content()[static_cast<std::size_t>(row)]; }
     QString fileNames() const
     {
         QStringList names;
@@ -31,6 +27,4 @@ struct OpenLibrary : Library {
             found.append(TaglibWrapper::getImageData(record->path, record->fileType).value_or(QByteArray()));
         return found;
     }
-
-    ScratchFolder folder;
 };
