@@ -14,6 +14,9 @@
 
 namespace {
 
+/// An underlined letter may stand farther from the next one than the width of the label allows for.
+constexpr int mnemonicRoom = 2;
+
 QString withoutMnemonic(QString label)
 {
     return label.remove(QLatin1Char('&'));
@@ -143,6 +146,7 @@ void EditorPane::addRow(const QString& label, QWidget* buddy, QWidget* contents)
     auto* text = new QLabel(label, form_);
     text->setBuddy(buddy);
     const int row = grid_->rowCount();
+    text->setContentsMargins(0, 0, mnemonicRoom, 0);
     grid_->addWidget(text, row, 0, Qt::AlignRight | Qt::AlignVCenter);
     grid_->addWidget(contents, row, 1);
 }
