@@ -141,10 +141,11 @@ bool isServedElsewhere(DBusApplication& onTheBus, const Options& options)
 int main(int argc, char* argv[])
 {
     SessionBus::abandonUnlessItAnswers();
+    StandardStreams::occupy();
+    // Takes its own options away from the others.
+    const QApplication application(argc, argv);
     QStringList arguments;
     std::transform(argv, argv + argc, std::back_inserter(arguments), PathBytes::decode);
-    StandardStreams::occupy();
-    const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Sonvika"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SONVIKA_VERSION));
     QGuiApplication::setDesktopFileName(DBusApplication::name);
