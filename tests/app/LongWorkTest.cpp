@@ -156,6 +156,8 @@ private slots:
         log.clear();
         QVERIFY(!counter->isVisible());
         QCOMPARE(table->model()->rowCount(), 0);
+        QTest::keyClick(table, Qt::Key_Return);
+        QVERIFY(!messages->isVisible());
     }
 
 private:

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "app/FailureLog.h"
 #include "app/NotificationPoster.h"
 #include "app/Updater.h"
 #include "app/ui/Appearance.h"
 #include "app/ui/MainWindow.h"
+#include "app/ui/MessagesWindow.h"
 #include "app/ui/PlaybackBar.h"
 #include "app/ui/PreviewPanel.h"
 #include "app/ui/preferences/PreferencesTabViewController.h"
@@ -19,6 +21,7 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QTest>
+#include <QToolButton>
 #include <QUrl>
 
 /// Every window of the program, in its states, for tests about all of them.
@@ -31,7 +34,7 @@ public:
     {
         QTest::addColumn<bool>("row");
         for (const auto* window : {"empty", "unselected", "main", "news", "format", "conflicts", "general", "updates",
-                                   "about", "preview", "unplayable"}) {
+                                   "about", "preview", "unplayable", "messages"}) {
             for (const auto& mode : modes)
                 QTest::addRow("%s%s", window, qPrintable(mode)) << true;
         }
@@ -52,7 +55,7 @@ public:
             return openFormat(name == u"conflicts");
         if (name == u"preview" || name == u"unplayable")
             return openPreview(name == u"preview");
-        return *main_;
+        return name == u"messages" ? openMessages() : *main_;
     }
 
     MainWindow& mainWindow() { return *main_; }
@@ -87,6 +90,15 @@ private:
         [&] { QTRY_COMPARE(box->isVisible(), conflicts); }();
         return *window;
     }
+    QWidget& openMessages()
+    {
+        main_->attachFailures(failures_);
+        failures_.append({u"/music/x.mp3"_qs, u"Unable to update tags for: /music/x.mp3"_qs, u"No space left"_qs});
+        main_->findChild<QToolButton*>(u"messages"_qs)->click();
+        auto* window = main_->findChild<MessagesWindow*>();
+        appear(*window);
+        return *window;
+    }
     QWidget& openPreview(bool playable)
     {
         openMain(true);
@@ -117,6 +129,7 @@ private:
     ScratchFolder folder_;
     FakeNotificationService service_;
     FakeFeedFetcher fetcher_;
+    FailureLog failures_;
     Library library_;
     std::unique_ptr<MainWindow> main_ =
         std::make_unique<MainWindow>(library_.controller, library_.list, library_.drops, library_.art,

@@ -345,7 +345,7 @@ void MainWindow::attachFailures(FailureLog& failures)
     counter->hide();
     statusBar()->addPermanentWidget(counter);
     // After the fields, to which Tab leads last before it begins again.
-    setTabOrder(searchField_->previousInFocusChain(), counter);
+    setTabOrder(editor_->lastField(), counter);
     connect(&failures, &FailureLog::countChanged, counter, [counter](int count) {
         counter->setText(tr("%Ln messages", nullptr, count));
         counter->setVisible(count > 0);

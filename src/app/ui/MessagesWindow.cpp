@@ -54,6 +54,8 @@ MessagesWindow::MessagesWindow(FailureLog& log, QWidget* parent)
     table_->scrollToBottom();
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    // Its buttons take the focus themselves; from the row of them, Tab would come back to the first for ever.
+    buttons->setFocusPolicy(Qt::NoFocus);
     // Return closes the window, wherever the focus is.
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
     auto* copy = buttons->addButton(tr("&Copy All"), QDialogButtonBox::ActionRole);

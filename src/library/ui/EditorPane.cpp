@@ -97,6 +97,11 @@ void EditorPane::focusFirstField()
     fields_.first()->setFocus(Qt::TabFocusReason);
 }
 
+QWidget* EditorPane::lastField() const
+{
+    return compilation_;
+}
+
 TagField* EditorPane::addField(const char* label, const char* key, const char* summaryName)
 {
     auto* field = makeField(key, summaryName, withoutMnemonic(tr(label)));
