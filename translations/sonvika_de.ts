@@ -830,6 +830,10 @@
         <source>Files</source>
         <translation>Dateien</translation>
     </message>
+    <message>
+        <source>No file matches the search</source>
+        <translation>Keine Datei passt zur Suche</translation>
+    </message>
 </context>
 <context>
     <name>RecordColumns</name>

@@ -830,6 +830,10 @@
         <source>Files</source>
         <translation>Fichiers</translation>
     </message>
+    <message>
+        <source>No file matches the search</source>
+        <translation>Aucun fichier ne correspond à la recherche</translation>
+    </message>
 </context>
 <context>
     <name>RecordColumns</name>

@@ -99,7 +99,10 @@ private slots:
                  u"/music/x.mp3\tUnable to update tags for: /music/x.mp3 (No space left)"_qs);
         log.clear();
         QVERIFY(!counter->isVisible());
-        QCOMPARE(messages->findChild<QTreeView*>()->model()->rowCount(), 0);
+        auto* table = messages->findChild<QTreeView*>();
+        QCOMPARE(table->model()->rowCount(), 0);
+        QTest::keyClick(table, Qt::Key_Return);
+        QVERIFY(!messages->isVisible());
     }
 
 private:

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "app/FailureLog.h"
 #include "app/NotificationPoster.h"
 #include "app/Updater.h"
 #include "app/ui/Appearance.h"
+#include "app/ui/MessagesWindow.h"
 #include "app/ui/PlaybackBar.h"
 #include "app/ui/PreviewPanel.h"
 #include "app/ui/preferences/PreferencesTabViewController.h"
@@ -14,6 +16,8 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QToolButton>
+#include <QUrl>
 
 /// Every window of the program, in its states, for tests about all of them.
 class Windows {
@@ -25,7 +29,7 @@ public:
     {
         QTest::addColumn<bool>("row");
         for (const auto* window : {"empty", "unselected", "main", "news", "format", "conflicts", "general", "updates",
-                                   "about", "preview", "unplayable"}) {
+                                   "about", "preview", "unplayable", "messages"}) {
             for (const auto& mode : modes)
                 QTest::addRow("%s%s", window, qPrintable(mode)) << true;
         }
@@ -45,6 +49,8 @@ public:
             desk_.select(u"0"_qs);
         if (name == u"preview" || name == u"unplayable")
             return openPreview(name == u"preview");
+        if (name == u"messages")
+            return openMessages();
         if (name == u"news") {
             desk_.find<QLineEdit>(u"searchField"_qs)->setText(u"title"_qs);
             desk_.window.showUpdate(u"2.0"_qs, QUrl(u"https://example.org/new"_qs));
@@ -74,6 +80,15 @@ private:
         [&] { QTRY_COMPARE(box->isVisible(), conflicts); }();
         return *window;
     }
+    QWidget& openMessages()
+    {
+        desk_.window.attachFailures(failures_);
+        failures_.append({u"/music/x.mp3"_qs, u"Unable to update tags for: /music/x.mp3"_qs, u"No space left"_qs});
+        desk_.find<QToolButton>(u"messages"_qs)->click();
+        auto* window = desk_.find<MessagesWindow>();
+        appear(*window);
+        return *window;
+    }
     QWidget& openPreview(bool playable)
     {
         const auto make = [playable]() -> std::unique_ptr<AudioPlayer> {
@@ -100,6 +115,7 @@ private:
 
     FakeNotificationService service_;
     FakeFeedFetcher fetcher_;
+    FailureLog failures_;
     Desk desk_;
     NotificationPoster poster_{desk_.defaults, service_};
     Updater updater_{desk_.defaults, fetcher_, QUrl(u"https://example.org/feed"_qs)};

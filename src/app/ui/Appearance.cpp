@@ -16,6 +16,7 @@ QPalette lightPalette()
     QPalette palette(QColor(0xf6, 0xf5, 0xf4), QColor(0xfa, 0xf9, 0xf8));
     palette.setColor(QPalette::Base, Qt::white);
     palette.setColor(QPalette::Highlight, QColor(0x1c, 0x71, 0xd8));
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0x91, 0x91, 0x91));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::PlaceholderText, QColor(0x6a, 0x68, 0x66));
     return palette;
@@ -31,6 +32,7 @@ QPalette darkPalette()
     palette.setColor(QPalette::ToolTipBase, QColor(0x3a, 0x3a, 0x3a));
     palette.setColor(QPalette::PlaceholderText, QColor(0xa6, 0xa6, 0xa6));
     palette.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xc4));
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0x55, 0x55, 0x55));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::Link, QColor(0x78, 0xae, 0xed));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {

@@ -94,11 +94,15 @@ void MainMenu::buildView()
 void MainMenu::addSortMenu(QMenu& menu)
 {
     for (int column = 0; column < RecordColumns::Count; ++column) {
-        menu.addAction(RecordColumns::heading(column), &table_, [this, column] {
+        auto* action = menu.addAction(RecordColumns::heading(column), &table_, [this, column] {
             const auto* header = table_.horizontalHeader();
             const bool turns =
                 header->sortIndicatorSection() == column && header->sortIndicatorOrder() == Qt::AscendingOrder;
             table_.sortByColumn(column, turns ? Qt::DescendingOrder : Qt::AscendingOrder);
+        });
+        action->setCheckable(true);
+        connect(&menu, &QMenu::aboutToShow, action, [this, action, column] {
+            action->setChecked(table_.horizontalHeader()->sortIndicatorSection() == column);
         });
     }
 }

@@ -42,9 +42,9 @@
 namespace {
 
 constexpr QSize initialSize(1100, 700);
+constexpr QSize leastSize(640, 360);
 constexpr int editorWidth = 320;
-constexpr int searchMargin = 6;
-constexpr int statusIndent = 4;
+constexpr int statusIndent = 5;
 constexpr int layoutSettlesAfter = 500;
 constexpr int passingStatusLasts = 10'000;
 
@@ -68,6 +68,7 @@ MainWindow::MainWindow(ViewController& controller, ArrayController& list, ListDr
 {
     setWindowTitle(tr("Sonvika"));
     DesktopWindow::moveByBackground(*this);
+    setMinimumSize(leastSize);
     resize(initialSize);
     buildCentre(drops, art, artworkDrops);
     new MainMenu(*this, *actions_, *table_, controller, recentDocuments);
@@ -82,6 +83,8 @@ MainWindow::MainWindow(ViewController& controller, ArrayController& list, ListDr
     status_ = new QLabel(this);
     status_->setIndent(statusIndent);
     statusBar()->addWidget(status_, 1);
+    setTabOrder(searchField_, table_);
+    setTabOrder(table_, well_);
     connectController();
     restoreLayout();
     watchLayout();
@@ -133,12 +136,21 @@ void MainWindow::buildToolBar()
     auto* space = new QWidget(bar);
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     bar->addWidget(space);
+    buildSearch(*bar);
+}
 
-    paddingView_ = new QWidget(bar);
+void MainWindow::buildSearch(QToolBar& bar)
+{
+    paddingView_ = new QWidget(&bar);
     paddingView_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     auto* padding = new QHBoxLayout(paddingView_);
-    padding->setContentsMargins(searchMargin, 0, searchMargin, 0);
-    auto* searchField = new ArrowCaptureTextField(bar);
+    padding->setContentsMargins({});
+    padding->setSpacing(0);
+    // The field stands exactly above those of the editor; the toolbar takes its own margin from the right.
+    const int side = style()->pixelMetric(QStyle::PM_LayoutLeftMargin);
+    const int taken = bar.layout()->contentsMargins().right();
+    padding->addSpacing(side + taken);
+    auto* searchField = new ArrowCaptureTextField(&bar);
     connect(searchField, &ArrowCaptureTextField::rowStepWanted, &controller_, &ViewController::moveSelection);
     searchField_ = searchField;
     searchField_->setObjectName(QStringLiteral("searchField"));
@@ -150,7 +162,8 @@ void MainWindow::buildToolBar()
         ->setText(tr("Search"));
     connect(searchField_, &QLineEdit::textChanged, &list_, &ArrayController::setFilterText);
     padding->addWidget(searchField_);
-    bar->addWidget(paddingView_);
+    padding->addSpacing(qMax(side - taken, 0));
+    bar.addWidget(paddingView_);
     addSearchKey(Qt::Key_Escape, [this] {
         searchField_->clear();
         table_->setFocus();
@@ -301,7 +314,8 @@ void MainWindow::updateStatus()
 
 void MainWindow::attachWork(LongWork& work)
 {
-    statusBar()->addPermanentWidget(new WorkBar(work, this));
+    // Next to the status, so that the room it keeps is not between the others and the edge.
+    statusBar()->insertPermanentWidget(1, new WorkBar(work, this));
     connect(&work, &LongWork::aboutToBegin, &controller_, &ViewController::endEditing);
     connect(&work, &LongWork::advanced, actions_.get(), [this] { actions_->setWorking(true); });
     connect(&work, &LongWork::ended, actions_.get(), [this] { actions_->setWorking(false); });
@@ -323,10 +337,14 @@ void MainWindow::attachFailures(FailureLog& failures)
     auto* counter = new QToolButton(this);
     counter->setObjectName(QStringLiteral("messages"));
     counter->setAutoRaise(true);
+    counter->setIcon(Icons::symbol(QStringLiteral("info")));
+    counter->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     counter->setFocusPolicy(Qt::TabFocus);
     counter->setToolTip(tr("Show what went wrong"));
     counter->hide();
     statusBar()->addPermanentWidget(counter);
+    // After the fields, to which Tab leads last before it begins again.
+    setTabOrder(editor_->lastField(), counter);
     connect(&failures, &FailureLog::countChanged, counter, [counter](int count) {
         counter->setText(tr("%Ln messages", nullptr, count));
         counter->setVisible(count > 0);

@@ -21,6 +21,7 @@ class PreviewController;
 class QLabel;
 class QLineEdit;
 class QSplitter;
+class QToolBar;
 class QuickLookTableView;
 class RecentDocuments;
 class ShownArt;
@@ -58,6 +59,7 @@ protected:
 private:
     void splitViewDidResizeSubviews();
     void buildToolBar();
+    void buildSearch(QToolBar& bar);
     void buildCentre(ListDrops& drops, ShownArt& art, ArtworkDrops& artworkDrops);
     void connectController();
     void lockEditing(bool locked);

@@ -1,6 +1,7 @@
 #include "app/ui/MessagesWindow.h"
 
 #include "app/FailureLog.h"
+#include "platform/ui/NameDelegate.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -16,8 +17,19 @@
 
 namespace {
 
-constexpr QSize initialSize(720, 320);
+constexpr QSize initialSize(840, 340);
 constexpr int fileWidth = 200;
+constexpr int margin = 20;
+constexpr int rowPadding = 6;
+
+class RowDelegate : public NameDelegate {
+public:
+    using NameDelegate::NameDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        return NameDelegate::sizeHint(option, index) + QSize(0, rowPadding);
+    }
+};
 
 } // namespace
 
@@ -27,9 +39,14 @@ MessagesWindow::MessagesWindow(FailureLog& log, QWidget* parent)
     setWindowTitle(tr("Messages"));
     resize(initialSize);
     table_->setModel(&log);
+    table_->setItemDelegate(new RowDelegate(table_));
     table_->setAccessibleName(tr("Messages"));
     table_->setRootIsDecorated(false);
     table_->setUniformRowHeights(true);
+    table_->setAllColumnsShowFocus(true);
+    table_->setAlternatingRowColors(true);
+    // The path stands in the middle, and the reason at the end.
+    table_->setTextElideMode(Qt::ElideMiddle);
     table_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     table_->header()->setStretchLastSection(true);
     table_->resizeColumnToContents(FailureLog::Time);
@@ -37,6 +54,10 @@ MessagesWindow::MessagesWindow(FailureLog& log, QWidget* parent)
     table_->scrollToBottom();
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    // Its buttons take the focus themselves; from the row of them, Tab would come back to the first for ever.
+    buttons->setFocusPolicy(Qt::NoFocus);
+    // Return closes the window, wherever the focus is.
+    buttons->button(QDialogButtonBox::Close)->setDefault(true);
     auto* copy = buttons->addButton(tr("&Copy All"), QDialogButtonBox::ActionRole);
     auto* clear = buttons->addButton(tr("C&lear"), QDialogButtonBox::ActionRole);
     connect(copy, &QPushButton::clicked, this, &MessagesWindow::copyAll);
@@ -46,6 +67,7 @@ MessagesWindow::MessagesWindow(FailureLog& log, QWidget* parent)
     table_->installEventFilter(this);
 
     auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(margin, margin, margin, margin);
     column->addWidget(table_);
     column->addWidget(buttons);
     table_->setFocus();

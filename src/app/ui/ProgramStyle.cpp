@@ -8,14 +8,33 @@
 #include <QHeaderView>
 #include <QStyleOptionButton>
 #include <QTableView>
+#include <QTreeView>
 
 namespace {
 
 constexpr int cellPadding = 4;
+/// Views put this much more beside the text of a cell.
+constexpr int cellExtra = 1;
+constexpr int darkLightness = 128;
+constexpr int outlineLightness = 0x94;
+constexpr int highlightPercent = 160;
 
 bool isList(const QWidget* widget)
 {
-    return qobject_cast<const QTableView*>(widget) || qobject_cast<const QHeaderView*>(widget);
+    return qobject_cast<const QTableView*>(widget) || qobject_cast<const QTreeView*>(widget)
+           || qobject_cast<const QHeaderView*>(widget);
+}
+
+/// Outlines are made darker than the window, or than the highlight, which does not show where all is dark.
+template <class Option>
+Option withSeenOutline(Option option)
+{
+    QPalette& palette = option.palette;
+    if (palette.color(QPalette::Window).lightness() < darkLightness) {
+        palette.setColor(QPalette::Window, QColor(outlineLightness, outlineLightness, outlineLightness));
+        palette.setColor(QPalette::Highlight, palette.color(QPalette::Highlight).lighter(highlightPercent));
+    }
+    return option;
 }
 
 } // namespace
@@ -35,7 +54,17 @@ ProgramStyle& ProgramStyle::install()
 void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                  const QWidget* widget) const
 {
-    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const auto draw = [&](const QStyleOption& drawn) {
+        QProxyStyle::drawPrimitive(element, &drawn, painter, widget);
+    };
+    const auto* box = qstyleoption_cast<const QStyleOptionButton*>(option);
+    const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    if (box && element == PE_IndicatorCheckBox)
+        draw(withSeenOutline(*box));
+    else if (frame && (element == PE_Frame || element == PE_FrameLineEdit))
+        draw(withSeenOutline(*frame));
+    else
+        draw(*option);
     const bool isFramedArea = element == PE_Frame && qobject_cast<const QAbstractScrollArea*>(widget);
     if (isFramedArea && option->state.testFlag(State_HasFocus))
         FocusRing::paint(*painter, option->rect, option->palette);
@@ -54,8 +83,27 @@ void ProgramStyle::drawControl(ControlElement element, const QStyleOption* optio
 int ProgramStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
 {
     const int native = QProxyStyle::pixelMetric(metric, option, widget);
-    const bool isSide = metric == PM_FocusFrameHMargin || metric == PM_HeaderMargin;
-    return isSide && isList(widget) ? native + cellPadding : native;
+    if (!isList(widget))
+        return native;
+    if (metric == PM_HeaderMargin)
+        return native + cellPadding + cellExtra;
+    return metric == PM_FocusFrameHMargin ? native + cellPadding : native;
+}
+
+QRect ProgramStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const
+{
+    QRect place = QProxyStyle::subElementRect(element, option, widget);
+    // On one line with the heading.
+    if (element == SE_HeaderArrow)
+        place.moveTop(option->rect.center().y() - place.height() / 2);
+    return place;
+}
+
+int ProgramStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                            QStyleHintReturn* returned) const
+{
+    // Only some buttons would have one.
+    return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, returned);
 }
 
 QIcon ProgramStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const

@@ -29,8 +29,11 @@ constexpr qreal dashPhase = 10.0;
 /// The placeholder's shapes are measured upward from the lower left corner.
 QPainterPath dashedSquare()
 {
-    QPainterPath path;
-    path.addRect(40.42, 40.0, 160.0, 160.0);
+    // From the middle of a side, since a dash that begins at a corner does not join the last one.
+    QPainterPath path(QPointF(120.42, 40.0));
+    for (const auto& corner : {QPointF(200.42, 40.0), QPointF(200.42, 200.0), QPointF(40.42, 200.0),
+                               QPointF(40.42, 40.0), QPointF(120.42, 40.0)})
+        path.lineTo(corner);
     return path;
 }
 

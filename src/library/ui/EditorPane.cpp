@@ -14,6 +14,9 @@
 
 namespace {
 
+/// An underlined letter may stand farther from the next one than the width of the label allows for.
+constexpr int mnemonicRoom = 2;
+
 QString withoutMnemonic(QString label)
 {
     return label.remove(QLatin1Char('&'));
@@ -94,6 +97,11 @@ void EditorPane::focusFirstField()
     fields_.first()->setFocus(Qt::TabFocusReason);
 }
 
+QWidget* EditorPane::lastField() const
+{
+    return compilation_;
+}
+
 TagField* EditorPane::addField(const char* label, const char* key, const char* summaryName)
 {
     auto* field = makeField(key, summaryName, withoutMnemonic(tr(label)));
@@ -143,6 +151,7 @@ void EditorPane::addRow(const QString& label, QWidget* buddy, QWidget* contents)
     auto* text = new QLabel(label, form_);
     text->setBuddy(buddy);
     const int row = grid_->rowCount();
+    text->setContentsMargins(0, 0, mnemonicRoom, 0);
     grid_->addWidget(text, row, 0, Qt::AlignRight | Qt::AlignVCenter);
     grid_->addWidget(contents, row, 1);
 }

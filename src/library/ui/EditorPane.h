@@ -26,6 +26,8 @@ public:
     void endEditing();
     /// Puts the keyboard focus into the first field.
     void focusFirstField();
+    /// The last one that Tab leads to.
+    QWidget* lastField() const;
 
 signals:
     void edited(const QString& key, const QString& value);

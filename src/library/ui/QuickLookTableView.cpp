@@ -4,6 +4,7 @@
 #include "library/ListDrops.h"
 #include "library/RecordColumns.h"
 #include "platform/ui/FocusRing.h"
+#include "platform/ui/NameDelegate.h"
 
 #include <QApplication>
 #include <QDrag>
@@ -40,6 +41,28 @@ constexpr std::array<ColumnLayout, RecordColumns::Count> defaultLayout{{
 
 constexpr double pointsPerInch = 72.0;
 constexpr int cellPadding = 4;
+constexpr int leastNameWidth = 120;
+constexpr int focusOpacity = 160;
+
+/// The list marks the current row as a whole.
+class RowDelegate : public NameDelegate {
+public:
+    using NameDelegate::NameDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        NameDelegate::initStyleOption(option, index);
+        option->state.setFlag(QStyle::State_HasFocus, false);
+    }
+};
+
+bool isStep(const QKeyEvent& event)
+{
+    constexpr std::array keys{Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End};
+    return std::find(keys.begin(), keys.end(), event.key()) != keys.end()
+           && !event.modifiers().testFlag(Qt::ControlModifier);
+}
 
 } // namespace
 
@@ -61,6 +84,7 @@ QuickLookTableView::QuickLookTableView(ArrayController& list, ListDrops& drops, 
     setDragEnabled(true);
     setAcceptDrops(true);
     setDropIndicatorShown(false);
+    setItemDelegate(new RowDelegate(this));
     setDefaultDropAction(Qt::MoveAction);
     setAccessibleName(tr("Files"));
     setUpHeader();
@@ -130,6 +154,18 @@ void QuickLookTableView::fitColumns()
         setColumnWidth(RecordColumns::FileName, columnWidth(RecordColumns::FileName) + left);
 }
 
+void QuickLookTableView::keepFitting(int widthBefore)
+{
+    const int length = horizontalHeader()->length();
+    if (length <= widthBefore)
+        columnsFill_ = length == widthBefore;
+    if (!columnsFill_ || !isVisible())
+        return;
+    const int nameWidth = columnWidth(RecordColumns::FileName);
+    const int fitting = nameWidth + viewport()->width() - length;
+    setColumnWidth(RecordColumns::FileName, std::max(fitting, std::min(nameWidth, leastNameWidth)));
+}
+
 void QuickLookTableView::updateRowHeight()
 {
     const int specified = static_cast<int>(std::lround(rowHeightPoints * logicalDpiY() / pointsPerInch));
@@ -167,12 +203,12 @@ void QuickLookTableView::keyPressEvent(QKeyEvent* event)
         emit editWanted();
         return;
     }
-    // With nothing selected, the arrows choose a row; the key that leads to the current cell would not move.
-    if (!list_.selection().hasSelection() && !event->modifiers().testFlag(Qt::ControlModifier))
-        selectionModel()->clearCurrentIndex();
     const bool space = event->key() == Qt::Key_Space;
     if (space && !event->isAutoRepeat())
         emit quickLookWanted();
+    // What is current without being selected, the step to it would leave so.
+    if (isStep(*event) && !list_.selection().hasSelection())
+        list_.selection().setCurrentIndex({}, QItemSelectionModel::NoUpdate);
     // Space alone would select the current row as well; with Control it picks single rows, as in any list.
     if (!space || event->modifiers().testFlag(Qt::ControlModifier))
         QTableView::keyPressEvent(event);
@@ -286,11 +322,30 @@ void QuickLookTableView::paintEvent(QPaintEvent* event)
 {
     QTableView::paintEvent(event);
     QPainter painter(viewport());
-    // Where there is a current cell, the style marks it.
-    if (hasFocus() && !currentIndex().isValid())
-        FocusRing::paint(painter, viewport()->rect(), palette());
+    if (hasFocus())
+        paintFocus(painter);
+    if (list_.rowCount() == 0 && !list_.content().empty()) {
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, tr("No file matches the search"));
+    }
     if (dropMark_ != DropMark::None)
         paintDropMark(painter);
+}
+
+void QuickLookTableView::paintFocus(QPainter& painter) const
+{
+    const QModelIndex current = currentIndex();
+    if (!current.isValid()) {
+        FocusRing::paint(painter, viewport()->rect(), palette());
+        return;
+    }
+    const QItemSelection row(current.siblingAtColumn(0), current.siblingAtColumn(RecordColumns::Count - 1));
+    const bool isSelected = list_.selection().isSelected(current);
+    QColor colour = palette().color(isSelected ? QPalette::HighlightedText : QPalette::Highlight);
+    if (isSelected)
+        colour.setAlpha(focusOpacity);
+    painter.setPen(colour);
+    painter.drawRect(visualRegionForSelection(row).boundingRect().adjusted(1, 1, -2, -2));
 }
 
 void QuickLookTableView::paintDropMark(QPainter& painter) const
@@ -314,6 +369,7 @@ void QuickLookTableView::paintDropMark(QPainter& painter) const
 void QuickLookTableView::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
+    keepFitting(event->oldSize().width());
     updateEmptyHint();
 }
 

@@ -61,8 +61,11 @@ private:
     void setUpHeader();
     /// Gives the room that the columns leave to the file names.
     void fitColumns();
+    /// Lets the file names follow the width of the list, as long as the columns fill it.
+    void keepFitting(int widthBefore);
     void updateRowHeight();
     void updateEmptyHint();
+    void paintFocus(QPainter& painter) const;
     void paintDropMark(QPainter& painter) const;
     void clearSortMark();
     void setDropMark(DropMark mark, int gap = -1);
@@ -79,4 +82,5 @@ private:
     DropMark dropMark_ = DropMark::None;
     int dropGap_ = -1;
     bool columnsFitted_ = false;
+    bool columnsFill_ = false;
 };

@@ -4,8 +4,10 @@
 #include "naming/FileNameFormat.h"
 #include "naming/ui/RenamePlanModel.h"
 #include "naming/ui/TokenButton.h"
+#include "naming/ui/TokenChip.h"
 #include "naming/ui/TokenField.h"
 #include "platform/ui/DesktopWindow.h"
+#include "platform/ui/NameDelegate.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -14,19 +16,33 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTableView>
+#include <QTextDocument>
 
 namespace {
 
-constexpr QSize initialSize(720, 480);
+constexpr QSize initialSize(720, 500);
+constexpr QSize leastSize(560, 380);
+constexpr int margin = 20;
+constexpr int leastColumnWidth = 120;
+constexpr int summarySpace = 12;
+/// An underlined letter may stand farther from the next one than the width of the label allows for.
+constexpr int mnemonicRoom = 2;
 constexpr int planDelay = 60;
 constexpr int paletteWidth = 5;
 
-QLabel* addLabel(QGridLayout& grid, const QString& text, QWidget* buddy)
+/// @param textTop where the text beside it begins, so that both stand on one line.
+void addLabel(QGridLayout& grid, const QString& text, QWidget* buddy, qreal textTop)
 {
     auto* label = new QLabel(text);
     label->setBuddy(buddy);
+    label->setContentsMargins(0, qRound(textTop), mnemonicRoom, 0);
     grid.addWidget(label, grid.rowCount(), 0, Qt::AlignRight | Qt::AlignTop);
-    return label;
+}
+
+/// Where the text of a chip begins.
+qreal chipTextTop(const QFont& font)
+{
+    return (TokenChip::size({}, font).height() - QFontMetricsF(font).height()) / 2;
 }
 
 } // namespace
@@ -36,11 +52,13 @@ FileFormatController::FileFormatController(ArrayController& list, UserDefaults& 
 {
     setWindowTitle(tr("Rename Files"));
     DesktopWindow::moveByBackground(*this);
+    setMinimumSize(leastSize);
     resize(initialSize);
     const auto selected = list.selectedObjects();
     audioFile_ = selected.empty() ? nullptr : selected.front();
 
     auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(margin, margin, margin, margin);
     grid->setColumnStretch(1, 1);
     buildFormat(*grid);
     buildPlan(*grid);
@@ -66,12 +84,15 @@ void FileFormatController::buildFormat(QGridLayout& grid)
     tokenField_ = new TokenField;
     tokenField_->setObjectName(QStringLiteral("tokenField"));
     tokenField_->setAccessibleName(tr("Format"));
-    addLabel(grid, tr("&Format"), tokenField_);
+    const QFont font = tokenField_->font();
+    addLabel(grid, tr("&Format"), tokenField_,
+             tokenField_->frameWidth() + tokenField_->document()->documentMargin() + chipTextTop(font)
+                 - TokenChip::lift(font));
     grid.addWidget(tokenField_, grid.rowCount() - 1, 1);
 
     const QStringList& keys = FileNameFormat::sortedKeys();
     auto* palette = buildPalette(keys.first(paletteWidth));
-    addLabel(grid, tr("Fields"), palette);
+    addLabel(grid, tr("Fields"), palette, chipTextTop(font));
     grid.addWidget(palette, grid.rowCount() - 1, 1);
     grid.addWidget(buildPalette(keys.mid(paletteWidth)), grid.rowCount(), 1);
 
@@ -80,7 +101,7 @@ void FileFormatController::buildFormat(QGridLayout& grid)
     previewField_->setTextFormat(Qt::PlainText);
     previewField_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     previewField_->setWordWrap(true);
-    addLabel(grid, tr("Preview"), previewField_);
+    addLabel(grid, tr("Preview"), previewField_, 0);
     grid.addWidget(previewField_, grid.rowCount() - 1, 1);
 }
 
@@ -107,6 +128,7 @@ void FileFormatController::buildPlan(QGridLayout& grid)
     table->setObjectName(QStringLiteral("plan"));
     table->setAccessibleName(tr("Plan"));
     table->setModel(plan_);
+    table->setItemDelegate(new NameDelegate(table));
     table->setSelectionMode(QAbstractItemView::NoSelection);
     table->setShowGrid(false);
     table->setAlternatingRowColors(true);
@@ -120,6 +142,7 @@ void FileFormatController::buildPlan(QGridLayout& grid)
     header->setHighlightSections(false);
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header->setResizeContentsPrecision(0);
+    header->setMinimumSectionSize(leastColumnWidth);
     header->setSectionResizeMode(QHeaderView::Stretch);
     header->setSectionResizeMode(RenamePlanModel::Remark, QHeaderView::ResizeToContents);
     grid.addWidget(table, grid.rowCount(), 0, 1, -1);
@@ -131,6 +154,7 @@ void FileFormatController::buildPlan(QGridLayout& grid)
     onlyFailing_ = new QCheckBox(tr("&Show only these"));
     connect(onlyFailing_, &QCheckBox::toggled, plan_, &RenamePlanModel::showOnlyFailing);
     row->addWidget(summary_);
+    row->addSpacing(summarySpace);
     row->addWidget(onlyFailing_);
     row->addStretch(1);
     grid.addLayout(row, grid.rowCount(), 0, 1, -1);

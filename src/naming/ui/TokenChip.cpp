@@ -3,8 +3,10 @@
 #include "naming/FileNameFormat.h"
 
 #include <QPainter>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextEdit>
+#include <QTextLayout>
 
 namespace {
 
@@ -14,6 +16,14 @@ constexpr qreal verticalPadding = 2;
 constexpr qreal gap = 1;
 constexpr int tint = 56;
 
+/// The part of its line that stands above and below a place in a document.
+QRectF lineAt(const QRectF& place, const QTextDocument& document, int position)
+{
+    const QTextBlock block = document.findBlock(position);
+    const QTextLine line = block.layout()->lineForTextPosition(position - block.position());
+    return {place.left(), block.layout()->position().y() + line.y(), place.width(), line.height()};
+}
+
 } // namespace
 
 QSizeF TokenChip::size(const QString& title, const QFont& font)
@@ -21,6 +31,12 @@ QSizeF TokenChip::size(const QString& title, const QFont& font)
     const QFontMetricsF metrics(font);
     return {metrics.horizontalAdvance(title) + 2 * (sidePadding + gap),
             metrics.height() + 2 * (verticalPadding + gap)};
+}
+
+qreal TokenChip::lift(const QFont& font)
+{
+    const QFontMetricsF metrics(font);
+    return (metrics.ascent() - metrics.descent()) / 2 - metrics.xHeight() / 4;
 }
 
 void TokenChip::paint(QPainter& painter, const QRectF& place, const QString& title, const QFont& font,
@@ -68,23 +84,24 @@ QSizeF TokenChip::Renderer::intrinsicSize(QTextDocument*, int, const QTextFormat
     return size(title(format), field_.font());
 }
 
-void TokenChip::Renderer::drawObject(QPainter* painter, const QRectF& place, QTextDocument*, int position,
+void TokenChip::Renderer::drawObject(QPainter* painter, const QRectF& place, QTextDocument* document, int position,
                                      const QTextFormat& format)
 {
     const QTextCursor cursor = field_.textCursor();
     const bool isSelected = position >= cursor.selectionStart() && position < cursor.selectionEnd();
-    // The layout centres chips on the middle of small letters; moved up, their text stands on the line of the others.
-    const QFontMetricsF metrics(field_.font());
-    const qreal lift = (metrics.ascent() - metrics.descent()) / 2 - metrics.xHeight() / 4;
-    const QRectF chip = place.translated(0, -lift);
+    // The layout centres it on the middle of small letters.
+    const QRectF chip = place.translated(0, -lift(field_.font()));
+    const QTransform& map = painter->transform();
     if (isSelected)
-        selected_.push_back({painter->transform().mapRect(chip), title(format)});
+        selected_.push_back({map.mapRect(chip), map.mapRect(lineAt(place, *document, position)), title(format)});
     else
         paint(*painter, chip, title(format), field_.font(), field_.palette(), false);
 }
 
 void TokenChip::Renderer::paintSelected(QPainter& painter)
 {
+    for (const auto& chip : selected_)
+        painter.fillRect(chip.veil, field_.palette().base());
     for (const auto& chip : selected_)
         paint(painter, chip.place, chip.title, field_.font(), field_.palette(), true);
     selected_.clear();

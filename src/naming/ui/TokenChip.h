@@ -11,6 +11,8 @@ class QTextEdit;
 namespace TokenChip {
 
 QSizeF size(const QString& title, const QFont& font);
+/// How far above its place in a line of text a chip is drawn: its text then stands on the line of the others.
+qreal lift(const QFont& font);
 void paint(QPainter& painter, const QRectF& place, const QString& title, const QFont& font, const QPalette& palette,
            bool isSelected);
 
@@ -39,6 +41,8 @@ public:
 private:
     struct Chip {
         QRectF place;
+        /// What the layout veils.
+        QRectF veil;
         QString title;
     };
 

@@ -2,10 +2,14 @@
 
 #include <QLabel>
 
+#include <utility>
+
 namespace {
 
 constexpr int margin = 20;
 constexpr int labelWidth = 140;
+/// An underlined letter may stand farther from the next one than the width of the label allows for.
+constexpr int mnemonicRoom = 2;
 constexpr int spaceBetweenGroups = 8;
 constexpr qreal noteScale = 0.9;
 
@@ -22,11 +26,20 @@ PaneForm::PaneForm(QWidget& pane) : grid_(*new QGridLayout(&pane))
 
 void PaneForm::addRow(const QString& label, QWidget* control)
 {
+    if (std::exchange(endsWithNote_, false))
+        grid_.setRowMinimumHeight(grid_.rowCount(), spaceBetweenGroups);
     const int row = grid_.rowCount();
-    auto* name = new QLabel(label);
-    name->setBuddy(control);
-    grid_.addWidget(name, row, 0, Qt::AlignRight | Qt::AlignVCenter);
+    if (!label.isEmpty())
+        addLabel(label, control, row);
     grid_.addWidget(control, row, 1, Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void PaneForm::addLabel(const QString& text, QWidget* control, int row)
+{
+    auto* label = new QLabel(text);
+    label->setBuddy(control);
+    label->setContentsMargins(0, 0, mnemonicRoom, 0);
+    grid_.addWidget(label, row, 0, Qt::AlignRight | Qt::AlignVCenter);
 }
 
 QLabel* PaneForm::addNote(const QString& text)
@@ -44,7 +57,5 @@ void PaneForm::addNote(QLabel* note)
     font.setPointSizeF(font.pointSizeF() * noteScale);
     note->setFont(font);
     grid_.addWidget(note, row, 1);
-    grid_.setRowMinimumHeight(row + 1, spaceBetweenGroups);
-    // The next row comes after the space.
-    grid_.addItem(new QSpacerItem(0, 0), row + 1, 0);
+    endsWithNote_ = true;
 }
