@@ -62,42 +62,42 @@ private slots:
     {
         for (const auto key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_Home}) {
             click(0);
-            library_->controller.deselectAll();
-            QCOMPARE(table().currentIndex().row(), 0);
-            QTest::keyClick(&table(), key, Qt::ControlModifier);
-            QCOMPARE(library_->list.selection().rows(), QList<int>());
-            QTest::keyClick(&table(), key);
-            QCOMPARE(library_->list.selection().rows(), QList{0});
+            desk_->controller.deselectAll();
+            QCOMPARE(desk_->table.currentIndex().row(), 0);
+            QTest::keyClick(&desk_->table, key, Qt::ControlModifier);
+            QCOMPARE(desk_->list.selection().rows(), QList<int>());
+            QTest::keyClick(&desk_->table, key);
+            QCOMPARE(desk_->list.selection().rows(), QList{0});
         }
     }
 
     void tabFollowsTheReading()
     {
         QStringList names;
-        table().setFocus();
+        desk_->table.setFocus();
         for (int i = 0; i < 3; ++i) {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
             names.append(QApplication::focusWidget()->objectName());
         }
         QCOMPARE(names, (QStringList{u"artWell"_qs, u"TITLE"_qs, u"ARTIST"_qs}));
-        table().setFocus();
-        QTest::keyClick(&table(), Qt::Key_Backtab, Qt::ShiftModifier);
+        desk_->table.setFocus();
+        QTest::keyClick(&desk_->table, Qt::Key_Backtab, Qt::ShiftModifier);
         QCOMPARE(QApplication::focusWidget()->objectName(), u"searchField"_qs);
     }
 
     void fileNamesTakeTheRoomThatIsLeft()
     {
-        const auto& header = *table().horizontalHeader();
-        const auto left = [&] { return table().viewport()->width() - header.length(); };
+        const auto& header = *desk_->table.horizontalHeader();
+        const auto left = [&] { return desk_->table.viewport()->width() - header.length(); };
         for (const int width : {1300, 1100, 800, 1200}) {
-            window_->resize(width, 500);
-            QTRY_COMPARE(window_->width(), width);
+            desk_->window.resize(width, 500);
+            QTRY_COMPARE(desk_->window.width(), width);
             QTRY_VERIFY(width < 1000 ? left() < 0 : left() == 0);
         }
         const int before = header.length();
-        table().setColumnWidth(RecordColumns::Artist, 60);
-        window_->resize(1300, 500);
-        QTRY_COMPARE(window_->width(), 1300);
+        desk_->table.setColumnWidth(RecordColumns::Artist, 60);
+        desk_->window.resize(1300, 500);
+        QTRY_COMPARE(desk_->window.width(), 1300);
         QTRY_VERIFY(left() > 100);
         QVERIFY(header.length() < before);
     }
