@@ -584,10 +584,20 @@
         <source>Toolbar</source>
         <translation>Werkzeugleiste</translation>
     </message>
+</context>
+<context>
+    <name>SearchField</name>
     <message>
         <source>Search</source>
         <translation>Suchen</translation>
     </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+</context>
+<context>
+    <name>StatusLine</name>
     <message>
         <source>Version %1 is available</source>
         <translation>Version %1 ist verfügbar</translation>
@@ -614,10 +624,6 @@
             <numerusform>%1, %Ln ausgewählt</numerusform>
             <numerusform>%1, %Ln ausgewählt</numerusform>
         </translation>
-    </message>
-    <message>
-        <source>Clear</source>
-        <translation>Leeren</translation>
     </message>
     <message numerus="yes">
         <source>Stopped after %1 of %Ln files</source>

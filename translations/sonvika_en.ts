@@ -28,7 +28,7 @@
     </message>
 </context>
 <context>
-    <name>MainWindow</name>
+    <name>StatusLine</name>
     <message numerus="yes">
         <source>%Ln files</source>
         <translation>

@@ -584,10 +584,20 @@
         <source>Toolbar</source>
         <translation>Barre d’outils</translation>
     </message>
+</context>
+<context>
+    <name>SearchField</name>
     <message>
         <source>Search</source>
         <translation>Rechercher</translation>
     </message>
+    <message>
+        <source>Clear</source>
+        <translation>Effacer</translation>
+    </message>
+</context>
+<context>
+    <name>StatusLine</name>
     <message>
         <source>Version %1 is available</source>
         <translation>La version %1 est disponible</translation>
@@ -614,10 +624,6 @@
             <numerusform>%1, %Ln sélectionné</numerusform>
             <numerusform>%1, %Ln sélectionnés</numerusform>
         </translation>
-    </message>
-    <message>
-        <source>Clear</source>
-        <translation>Effacer</translation>
     </message>
     <message numerus="yes">
         <source>Stopped after %1 of %Ln files</source>

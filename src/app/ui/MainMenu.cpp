@@ -4,6 +4,7 @@
 #include "app/ViewController.h"
 #include "app/ui/Actions.h"
 #include "library/RecordColumns.h"
+#include "library/ui/ColumnHeader.h"
 #include "library/ui/QuickLookTableView.h"
 #include "platform/RecentDocuments.h"
 
@@ -86,7 +87,7 @@ void MainMenu::buildView()
     auto* columns = menu->addMenu(tr("&Columns"));
     connect(columns, &QMenu::aboutToShow, this, [this, columns] {
         columns->clear();
-        table_.addColumnActions(*columns);
+        table_.columns().addActions(*columns);
     });
     addSortMenu(*menu->addMenu(tr("&Sort By")));
 }

@@ -1,40 +1,29 @@
 #include "app/ui/MainWindow.h"
 
-#include "app/FailureLog.h"
 #include "app/LongWork.h"
 #include "app/PreviewController.h"
 #include "app/ViewController.h"
 #include "app/ui/Actions.h"
 #include "app/ui/EmptyListHint.h"
-#include "app/ui/Icons.h"
 #include "app/ui/LightGradientView.h"
-#include "app/ui/LinkLabel.h"
 #include "app/ui/MainMenu.h"
-#include "app/ui/MessagesWindow.h"
-#include "app/ui/WorkBar.h"
+#include "app/ui/SearchField.h"
+#include "app/ui/StatusLine.h"
+#include "app/ui/WindowLayout.h"
 #include "artwork/ui/DropView.h"
 #include "artwork/ui/RowDragImage.h"
 #include "library/ArrayController.h"
-#include "library/ui/ArrowCaptureTextField.h"
 #include "library/ui/EditorPane.h"
 #include "library/ui/QuickLookTableView.h"
 #include "naming/ui/FileFormatController.h"
-#include "platform/UserDefaults.h"
 #include "platform/ui/DesktopWindow.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
-#include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QLocale>
 #include <QScrollArea>
-#include <QShortcut>
 #include <QSplitter>
-#include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
-#include <QToolButton>
 #include <QUrl>
 
 #include <utility>
@@ -44,9 +33,6 @@ namespace {
 constexpr QSize initialSize(1100, 700);
 constexpr QSize leastSize(640, 360);
 constexpr int editorWidth = 320;
-constexpr int statusIndent = 5;
-constexpr int layoutSettlesAfter = 500;
-constexpr int passingStatusLasts = 10'000;
 
 /// The list, and above it what it shows while it is empty.
 QWidget* listArea(QuickLookTableView& table, QWidget* hint)
@@ -64,32 +50,22 @@ QWidget* listArea(QuickLookTableView& table, QWidget* hint)
 MainWindow::MainWindow(ViewController& controller, ArrayController& list, ListDrops& drops, ShownArt& art,
                        ArtworkDrops& artworkDrops, RecentDocuments& recentDocuments, UserDefaults& defaults)
     : controller_(controller), list_(list), defaults_(defaults),
-      actions_(std::make_unique<Actions>(controller, list, art))
+      actions_(std::make_unique<Actions>(controller, list, art)), status_(new StatusLine(list, this))
 {
     setWindowTitle(tr("Sonvika"));
     DesktopWindow::moveByBackground(*this);
     setMinimumSize(leastSize);
     resize(initialSize);
+    setStatusBar(status_);
     buildCentre(drops, art, artworkDrops);
     new MainMenu(*this, *actions_, *table_, controller, recentDocuments);
-    connect(actions_->find, &QAction::triggered, this, &MainWindow::findInList);
     buildToolBar();
-    passingStatusEnds_.setSingleShot(true);
-    passingStatusEnds_.setInterval(passingStatusLasts);
-    passingStatusEnds_.callOnTimeout(this, [this] {
-        passingStatus_.clear();
-        updateStatus();
-    });
-    status_ = new QLabel(this);
-    status_->setIndent(statusIndent);
-    statusBar()->addWidget(status_, 1);
+    connect(actions_->find, &QAction::triggered, searchField_, &SearchField::begin);
     setTabOrder(searchField_, table_);
     setTabOrder(table_, well_);
     connectController();
-    restoreLayout();
-    watchLayout();
+    layout_ = new WindowLayout(*this, *splitter_, table_->columns(), defaults_);
     controller_.updateFields();
-    updateStatus();
     table_->setFocus();
 }
 
@@ -107,7 +83,7 @@ void MainWindow::comeToFront()
     if (isActiveWindow())
         return;
     if (!isVisible())
-        restoreGeometry(defaults_.dataForKey(DefaultsKey::windowGeometry));
+        layout_->restorePlace();
     DesktopWindow::bringToFront(*this);
 }
 
@@ -116,7 +92,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     closeFormatWindow();
     controller_.closeQuickLook();
     controller_.endEditing();
-    storeLayout();
+    layout_->store();
     controller_.viewDidDisappear();
     event->accept();
 }
@@ -150,33 +126,13 @@ void MainWindow::buildSearch(QToolBar& bar)
     const int side = style()->pixelMetric(QStyle::PM_LayoutLeftMargin);
     const int taken = bar.layout()->contentsMargins().right();
     padding->addSpacing(side + taken);
-    auto* searchField = new ArrowCaptureTextField(&bar);
-    connect(searchField, &ArrowCaptureTextField::rowStepWanted, &controller_, &ViewController::moveSelection);
-    searchField_ = searchField;
-    searchField_->setObjectName(QStringLiteral("searchField"));
-    searchField_->setPlaceholderText(tr("Search"));
-    searchField_->setAccessibleName(tr("Search"));
-    searchField_->setClearButtonEnabled(true);
-    searchField_->findChild<QToolButton*>()->setAccessibleName(tr("Clear"));
-    searchField_->addAction(Icons::symbol(QStringLiteral("search")), QLineEdit::LeadingPosition)
-        ->setText(tr("Search"));
+    searchField_ = new SearchField(&bar);
+    connect(searchField_, &SearchField::rowStepWanted, &controller_, &ViewController::moveSelection);
     connect(searchField_, &QLineEdit::textChanged, &list_, &ArrayController::setFilterText);
+    connect(searchField_, &SearchField::left, table_, qOverload<>(&QWidget::setFocus));
     padding->addWidget(searchField_);
     padding->addSpacing(qMax(side - taken, 0));
     bar.addWidget(paddingView_);
-    addSearchKey(Qt::Key_Escape, [this] {
-        searchField_->clear();
-        table_->setFocus();
-    });
-    for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
-        addSearchKey(key, [this] { table_->setFocus(); });
-}
-
-void MainWindow::addSearchKey(Qt::Key key, const std::function<void()>& action)
-{
-    auto* shortcut = new QShortcut(key, searchField_);
-    shortcut->setContext(Qt::WidgetShortcut);
-    connect(shortcut, &QShortcut::activated, this, action);
 }
 
 void MainWindow::buildCentre(ListDrops& drops, ShownArt& art, ArtworkDrops& artworkDrops)
@@ -230,8 +186,6 @@ void MainWindow::connectController()
     connect(editor_, &EditorPane::rowStepWanted, &controller_, &ViewController::moveSelection);
     connect(table_, &QuickLookTableView::editWanted, editor_, &EditorPane::focusFirstField);
     connect(table_, &QuickLookTableView::quickLookWanted, &controller_, &ViewController::openQuickLook);
-    connect(&list_, &ArrayController::countChanged, this, &MainWindow::updateStatus);
-    connect(&list_.selection(), &ListSelection::changed, this, &MainWindow::updateStatus);
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
@@ -258,10 +212,7 @@ void MainWindow::attachPreview(PreviewController& preview)
 
 void MainWindow::showUpdate(const QString& version, const QUrl& page)
 {
-    auto* news = new LinkLabel(QStringLiteral("<a href=\"%1\">%2</a>")
-                                   .arg(page.toString(QUrl::FullyEncoded).toHtmlEscaped(),
-                                        tr("Version %1 is available").arg(version.toHtmlEscaped())));
-    statusBar()->addPermanentWidget(news);
+    status_->showUpdate(version, page);
 }
 
 QWidget& MainWindow::table()
@@ -295,103 +246,18 @@ void MainWindow::closeFormatWindow()
         formatWindow_->close();
 }
 
-void MainWindow::updateStatus()
-{
-    const auto selected = static_cast<int>(list_.selection().rows().size());
-    const auto all = static_cast<int>(list_.content().size());
-    const int shown = list_.rowCount();
-    QString text =
-        shown == all
-            ? tr("%Ln files", nullptr, all)
-            : tr("%1 of %Ln files", "the files that match a search, of all", all).arg(QLocale().toString(shown));
-    if (selected > 0)
-        text = tr("%1, %Ln selected", "%1 tells the number of files", selected).arg(text);
-    if (!passingStatus_.isEmpty())
-        status_->setText(passingStatus_);
-    else
-        status_->setText(all == 0 ? QString() : text);
-}
-
 void MainWindow::attachWork(LongWork& work)
 {
-    // Next to the status, so that the room it keeps is not between the others and the edge.
-    statusBar()->insertPermanentWidget(1, new WorkBar(work, this));
+    status_->attachWork(work);
     connect(&work, &LongWork::aboutToBegin, &controller_, &ViewController::endEditing);
     connect(&work, &LongWork::advanced, actions_.get(), [this] { actions_->setWorking(true); });
     connect(&work, &LongWork::ended, actions_.get(), [this] { actions_->setWorking(false); });
-    connect(&work, &LongWork::stopped, this, &MainWindow::showStopped);
     // Only some of the files have what the fields and the art well show.
     connect(&work, &LongWork::stopped, &controller_, &ViewController::updateFields, Qt::QueuedConnection);
 }
 
-void MainWindow::showStopped(qsizetype done, qsizetype count)
-{
-    passingStatus_ =
-        tr("Stopped after %1 of %Ln files", nullptr, static_cast<int>(count)).arg(QLocale().toString(done));
-    updateStatus();
-    passingStatusEnds_.start();
-}
-
 void MainWindow::attachFailures(FailureLog& failures)
 {
-    auto* counter = new QToolButton(this);
-    counter->setObjectName(QStringLiteral("messages"));
-    counter->setAutoRaise(true);
-    counter->setIcon(Icons::symbol(QStringLiteral("info")));
-    counter->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    counter->setFocusPolicy(Qt::TabFocus);
-    counter->setToolTip(tr("Show what went wrong"));
-    counter->hide();
-    statusBar()->addPermanentWidget(counter);
     // After the fields, to which Tab leads last before it begins again.
-    setTabOrder(editor_->lastField(), counter);
-    connect(&failures, &FailureLog::countChanged, counter, [counter](int count) {
-        counter->setText(tr("%Ln messages", nullptr, count));
-        counter->setVisible(count > 0);
-    });
-    connect(counter, &QToolButton::clicked, this, [this, &failures] { showMessages(failures); });
-}
-
-void MainWindow::showMessages(FailureLog& failures)
-{
-    if (!messagesWindow_) {
-        messagesWindow_ = new MessagesWindow(failures, this);
-        messagesWindow_->setAttribute(Qt::WA_DeleteOnClose);
-    }
-    DesktopWindow::bringToFront(*messagesWindow_);
-}
-
-void MainWindow::findInList()
-{
-    searchField_->setFocus(Qt::ShortcutFocusReason);
-    searchField_->selectAll();
-}
-
-void MainWindow::restoreLayout()
-{
-    restoreGeometry(defaults_.dataForKey(DefaultsKey::windowGeometry));
-    splitter_->restoreState(defaults_.dataForKey(DefaultsKey::splitterState));
-    table_->restoreHeaderState(defaults_.dataForKey(DefaultsKey::tableHeaderState));
-}
-
-void MainWindow::watchLayout()
-{
-    auto* settled = new QTimer(this);
-    settled->setSingleShot(true);
-    settled->setInterval(layoutSettlesAfter);
-    connect(settled, &QTimer::timeout, this, &MainWindow::storeLayout);
-    const auto changed = [settled] { settled->start(); };
-    const auto* header = table_->horizontalHeader();
-    connect(header, &QHeaderView::sectionResized, settled, changed);
-    connect(header, &QHeaderView::sectionMoved, settled, changed);
-    connect(header, &QHeaderView::sortIndicatorChanged, settled, changed);
-    connect(splitter_, &QSplitter::splitterMoved, settled, changed);
-}
-
-void MainWindow::storeLayout()
-{
-    defaults_.setData(DefaultsKey::windowGeometry, saveGeometry());
-    defaults_.setData(DefaultsKey::splitterState, splitter_->saveState());
-    defaults_.setData(DefaultsKey::tableHeaderState, table_->headerState());
-    defaults_.synchronize();
+    setTabOrder(editor_->lastField(), &status_->attachFailures(failures));
 }

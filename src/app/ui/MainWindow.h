@@ -2,7 +2,6 @@
 
 #include <QMainWindow>
 #include <QPointer>
-#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -16,17 +15,17 @@ class FailureLog;
 class FileFormatController;
 class ListDrops;
 class LongWork;
-class MessagesWindow;
 class PreviewController;
-class QLabel;
-class QLineEdit;
 class QSplitter;
 class QToolBar;
 class QuickLookTableView;
 class RecentDocuments;
+class SearchField;
 class ShownArt;
+class StatusLine;
 class UserDefaults;
 class ViewController;
+class WindowLayout;
 
 /// The main window: menus, toolbar, list, editor and status line. Layout only; commands are ViewController's.
 class MainWindow : public QMainWindow {
@@ -65,34 +64,21 @@ private:
     void lockEditing(bool locked);
     void showFormatWindow();
     void closeFormatWindow();
-    void updateStatus();
-    void showStopped(qsizetype done, qsizetype count);
-    void showMessages(FailureLog& failures);
-    void findInList();
-    /// What a key does in the search field.
-    void addSearchKey(Qt::Key key, const std::function<void()>& action);
     void comeToFront();
-    void restoreLayout();
-    /// Has the layout stored a moment after its last change.
-    void watchLayout();
-    void storeLayout();
 
     ViewController& controller_;
     ArrayController& list_;
     UserDefaults& defaults_;
     std::unique_ptr<Actions> actions_;
+    StatusLine* status_;
+    WindowLayout* layout_ = nullptr;
     /// Keeps the toolbar's room above the last pane.
     QWidget* paddingView_ = nullptr;
-    QLineEdit* searchField_ = nullptr;
+    SearchField* searchField_ = nullptr;
     QSplitter* splitter_ = nullptr;
     QuickLookTableView* table_ = nullptr;
     EditorPane* editor_ = nullptr;
     DropView* well_ = nullptr;
-    QLabel* status_ = nullptr;
-    /// Stands in the status line for a while instead of the numbers.
-    QString passingStatus_;
-    QTimer passingStatusEnds_;
     QPointer<FileFormatController> formatWindow_;
-    QPointer<MessagesWindow> messagesWindow_;
     bool frontWanted_ = false;
 };

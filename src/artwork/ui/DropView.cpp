@@ -3,6 +3,7 @@
 #include "artwork/ArtworkDrops.h"
 #include "artwork/ShownArt.h"
 #include "artwork/ui/AlbumArtView.h"
+#include "artwork/ui/ArtPlaceholder.h"
 #include "artwork/ui/DropViewAccessible.h"
 #include "platform/ui/FocusRing.h"
 
@@ -10,7 +11,6 @@
 #include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
@@ -19,61 +19,13 @@
 
 namespace {
 
-/// The side of the well for which the placeholder is drawn, and the well's greatest height.
-constexpr int designSide = 240;
+/// The well's greatest height.
+constexpr int largestSide = 240;
 constexpr int smallestSide = 120;
-constexpr qreal lineWidth = 5.0;
-constexpr qreal dashLength = 20.0;
-constexpr qreal dashPhase = 10.0;
-
-/// The placeholder's shapes are measured upward from the lower left corner.
-QPainterPath dashedSquare()
-{
-    // From the middle of a side, since a dash that begins at a corner does not join the last one.
-    QPainterPath path(QPointF(120.42, 40.0));
-    for (const auto& corner : {QPointF(200.42, 40.0), QPointF(200.42, 200.0), QPointF(40.42, 200.0),
-                               QPointF(40.42, 40.0), QPointF(120.42, 40.0)})
-        path.lineTo(corner);
-    return path;
-}
-
-/// A framed picture of a sun above mountains, which are holes in the frame.
-QPainterPath pictureSymbol()
-{
-    QPainterPath path;
-    path.setFillRule(Qt::WindingFill);
-    path.moveTo(94.67, 138.0);
-    path.cubicTo(91.22, 138.0, 88.42, 135.2, 88.42, 131.75);
-    path.cubicTo(88.42, 129.53, 89.58, 127.58, 91.32, 126.47);
-    path.cubicTo(92.29, 125.86, 93.44, 125.5, 94.67, 125.5);
-    path.cubicTo(98.12, 125.5, 100.92, 128.3, 100.92, 131.75);
-    path.cubicTo(100.92, 135.2, 98.12, 138.0, 94.67, 138.0);
-    path.closeSubpath();
-
-    path.moveTo(122.17, 132.25);
-    for (const auto& point : {QPointF(106.67, 111.25), QPointF(96.17, 117.25), QPointF(88.67, 100.75),
-                              QPointF(154.17, 100.75), QPointF(138.67, 128.25), QPointF(131.67, 117.25)})
-        path.lineTo(point);
-    path.closeSubpath();
-
-    path.moveTo(157.92, 141.5);
-    path.lineTo(157.92, 98.5);
-    path.cubicTo(157.92, 97.4, 157.03, 96.5, 155.92, 96.5);
-    path.lineTo(84.92, 96.5);
-    path.cubicTo(83.82, 96.5, 82.92, 97.4, 82.92, 98.5);
-    path.cubicTo(82.92, 98.5, 82.92, 104.39, 82.92, 111.82);
-    path.cubicTo(82.92, 124.45, 82.92, 141.5, 82.92, 141.5);
-    path.cubicTo(82.92, 142.6, 83.82, 143.5, 84.92, 143.5);
-    path.lineTo(155.92, 143.5);
-    path.cubicTo(157.03, 143.5, 157.92, 142.6, 157.92, 141.5);
-    path.closeSubpath();
-    return path;
-}
-
 /// Lies over the art, which may still be fading.
-class Placeholder : public QWidget {
+class Overlay : public QWidget {
 public:
-    Placeholder(QWidget& well, std::function<void(QPainter&)> paint) : QWidget(&well), paint_(std::move(paint))
+    Overlay(QWidget& well, std::function<void(QPainter&)> paint) : QWidget(&well), paint_(std::move(paint))
     {
         setAttribute(Qt::WA_TransparentForMouseEvents);
     }
@@ -93,7 +45,7 @@ private:
 
 DropView::DropView(ArtworkDrops& drops, ShownArt& art, QWidget* parent)
     : QWidget(parent), drops_(drops), art_(art), imageView_(new AlbumArtView(this)),
-      placeholder_(new Placeholder(*this, [this](QPainter& painter) { paintOverlay(painter); }))
+      overlay_(new Overlay(*this, [this](QPainter& painter) { paintOverlay(painter); }))
 {
     DropViewAccessible::install();
     setMinimumSize(smallestSide, smallestSide);
@@ -121,12 +73,12 @@ QColor DropView::highlightedColor() const
 
 QSize DropView::sizeHint() const
 {
-    return {designSide, designSide};
+    return {largestSide, largestSide};
 }
 
 int DropView::heightForWidth(int width) const
 {
-    return std::clamp(width, smallestSide, designSide);
+    return std::clamp(width, smallestSide, largestSide);
 }
 
 void DropView::showArt()
@@ -240,28 +192,12 @@ void DropView::paintOverlay(QPainter& painter) const
 {
     if (hasFocus())
         FocusRing::paint(painter, rect(), palette());
-    paintPlaceholder(painter);
-}
-
-void DropView::paintPlaceholder(QPainter& painter) const
-{
-    if (drops_.hasSelection() && !imageView_->image().isNull() && !canDrag_)
-        return;
-    painter.setRenderHint(QPainter::Antialiasing);
-    const qreal scale = qreal(std::min(width(), height())) / designSide;
-    painter.translate(width() / 2.0, height() / 2.0);
-    painter.scale(scale, -scale);
-    painter.translate(-designSide / 2.0, -designSide / 2.0);
-
-    QPen pen(color(), lineWidth, Qt::CustomDashLine, Qt::FlatCap, Qt::RoundJoin);
-    pen.setDashPattern({dashLength / lineWidth, dashLength / lineWidth});
-    pen.setDashOffset(dashPhase / lineWidth);
-    painter.strokePath(dashedSquare(), pen);
-    painter.fillPath(pictureSymbol(), color());
+    if (!drops_.hasSelection() || imageView_->image().isNull() || canDrag_)
+        ArtPlaceholder::paint(painter, size(), color());
 }
 
 void DropView::resizeEvent(QResizeEvent*)
 {
     imageView_->setGeometry(rect());
-    placeholder_->setGeometry(rect());
+    overlay_->setGeometry(rect());
 }

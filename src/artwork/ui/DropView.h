@@ -53,12 +53,11 @@ private:
     void answerDrag(QDropEvent* event) const;
     void dragArt();
     void paintOverlay(QPainter& painter) const;
-    void paintPlaceholder(QPainter& painter) const;
 
     ArtworkDrops& drops_;
     ShownArt& art_;
     AlbumArtView* imageView_;
-    QWidget* placeholder_;
+    QWidget* overlay_;
     bool canDrag_ = false;
     /// Where the mouse was pressed to drag the art out.
     std::optional<QPoint> pressed_;

@@ -3,6 +3,7 @@
 #include "library/ArrayController.h"
 #include "library/ListDrops.h"
 #include "library/RecordColumns.h"
+#include "library/ui/ColumnHeader.h"
 #include "platform/ui/FocusRing.h"
 #include "platform/ui/NameDelegate.h"
 
@@ -10,38 +11,16 @@
 #include <QDrag>
 #include <QDragEnterEvent>
 #include <QHeaderView>
-#include <QMenu>
 #include <QPainter>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <utility>
 
 namespace {
 
-struct ColumnLayout {
-    int width;
-    bool shown;
-};
-
-constexpr std::array<ColumnLayout, RecordColumns::Count> defaultLayout{{
-    {190, true},
-    {170, true},
-    {140, true},
-    {140, true},
-    {140, false},
-    {58, true},
-    {58, false},
-    {58, true},
-    {110, false},
-    {160, false},
-    {90, false},
-}};
-
 constexpr double pointsPerInch = 72.0;
 constexpr int cellPadding = 4;
-constexpr int leastNameWidth = 120;
 constexpr int focusOpacity = 160;
 
 /// The list marks the current row as a whole.
@@ -67,8 +46,9 @@ bool isStep(const QKeyEvent& event)
 } // namespace
 
 QuickLookTableView::QuickLookTableView(ArrayController& list, ListDrops& drops, QWidget* parent)
-    : QTableView(parent), list_(list), drops_(drops)
+    : QTableView(parent), list_(list), drops_(drops), columns_(new ColumnHeader(this))
 {
+    setHorizontalHeader(columns_);
     setModel(&list);
     setSelectionModel(&list.selection());
     setSelectionBehavior(SelectRows);
@@ -87,9 +67,12 @@ QuickLookTableView::QuickLookTableView(ArrayController& list, ListDrops& drops, 
     setItemDelegate(new RowDelegate(this));
     setDefaultDropAction(Qt::MoveAction);
     setAccessibleName(tr("Files"));
-    setUpHeader();
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    columns_->layOut();
+    setSortingEnabled(true);
     updateRowHeight();
-    connect(&list, &ArrayController::sortCleared, this, &QuickLookTableView::clearSortMark);
+    connect(&list, &ArrayController::sortCleared, columns_, &ColumnHeader::clearSortMark);
     connect(&list, &ArrayController::countChanged, this, &QuickLookTableView::updateEmptyHint);
 }
 
@@ -101,69 +84,6 @@ void QuickLookTableView::setEmptyHint(QWidget* hint)
     hint->installEventFilter(this);
     hint->raise();
     updateEmptyHint();
-}
-
-QByteArray QuickLookTableView::headerState() const
-{
-    return horizontalHeader()->saveState();
-}
-
-void QuickLookTableView::restoreHeaderState(const QByteArray& state)
-{
-    columnsFitted_ = horizontalHeader()->restoreState(state);
-}
-
-void QuickLookTableView::addColumnActions(QMenu& menu)
-{
-    for (int column = RecordColumns::FileName + 1; column < RecordColumns::Count; ++column) {
-        auto* action = menu.addAction(RecordColumns::heading(column));
-        action->setCheckable(true);
-        action->setChecked(!isColumnHidden(column));
-        connect(action, &QAction::toggled, this, [this, column](bool shown) { setColumnHidden(column, !shown); });
-    }
-}
-
-void QuickLookTableView::setUpHeader()
-{
-    verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    auto* header = horizontalHeader();
-    header->setSectionsMovable(true);
-    header->setHighlightSections(false);
-    header->setStretchLastSection(false);
-    header->setSortIndicatorShown(true);
-    header->setSortIndicator(-1, Qt::AscendingOrder);
-    for (int column = 0; column < RecordColumns::Count; ++column) {
-        const auto& layout = defaultLayout[static_cast<std::size_t>(column)];
-        setColumnWidth(column, layout.width);
-        setColumnHidden(column, !layout.shown);
-    }
-    setSortingEnabled(true);
-    header->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(header, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
-        QMenu menu;
-        addColumnActions(menu);
-        menu.exec(horizontalHeader()->mapToGlobal(position));
-    });
-}
-
-void QuickLookTableView::fitColumns()
-{
-    const int left = viewport()->width() - horizontalHeader()->length();
-    if (left > 0)
-        setColumnWidth(RecordColumns::FileName, columnWidth(RecordColumns::FileName) + left);
-}
-
-void QuickLookTableView::keepFitting(int widthBefore)
-{
-    const int length = horizontalHeader()->length();
-    if (length <= widthBefore)
-        columnsFill_ = length == widthBefore;
-    if (!columnsFill_ || !isVisible())
-        return;
-    const int nameWidth = columnWidth(RecordColumns::FileName);
-    const int fitting = nameWidth + viewport()->width() - length;
-    setColumnWidth(RecordColumns::FileName, std::max(fitting, std::min(nameWidth, leastNameWidth)));
 }
 
 void QuickLookTableView::updateRowHeight()
@@ -190,11 +110,6 @@ bool QuickLookTableView::eventFilter(QObject* watched, QEvent* event)
         return true;
     }
     return QTableView::eventFilter(watched, event);
-}
-
-void QuickLookTableView::clearSortMark()
-{
-    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
 }
 
 void QuickLookTableView::keyPressEvent(QKeyEvent* event)
@@ -262,15 +177,15 @@ void QuickLookTableView::answerDrag(QDropEvent* event)
     }
     switch (drops_.validateDrop(*event->mimeData(), own)) {
     case ListDrops::Operation::None:
-        setDropMark(DropMark::None);
+        dropMark_.hide();
         event->ignore();
         return;
     case ListDrops::Operation::Copy:
-        setDropMark(DropMark::WholeList);
+        dropMark_.showWholeList();
         event->setDropAction(Qt::CopyAction);
         break;
     case ListDrops::Operation::Move:
-        setDropMark(DropMark::Gap, gapAt(event->position().toPoint()));
+        dropMark_.showGap(gapAt(event->position().toPoint()));
         event->setDropAction(Qt::MoveAction);
         break;
     }
@@ -295,7 +210,7 @@ void QuickLookTableView::dragMoveEvent(QDragMoveEvent* event)
 
 void QuickLookTableView::dragLeaveEvent(QDragLeaveEvent* event)
 {
-    setDropMark(DropMark::None);
+    dropMark_.hide();
     QTableView::dragLeaveEvent(event);
 }
 
@@ -304,18 +219,11 @@ void QuickLookTableView::dropEvent(QDropEvent* event)
     const bool own = event->source() == this;
     const int gap = gapAt(event->position().toPoint());
     answerDrag(event);
-    setDropMark(DropMark::None);
+    dropMark_.hide();
     stopAutoScroll();
     setState(NoState);
     if (event->isAccepted())
         drops_.acceptDrop(*event->mimeData(), own, gap);
-}
-
-void QuickLookTableView::setDropMark(DropMark mark, int gap)
-{
-    dropMark_ = mark;
-    dropGap_ = gap;
-    viewport()->update();
 }
 
 void QuickLookTableView::paintEvent(QPaintEvent* event)
@@ -328,8 +236,7 @@ void QuickLookTableView::paintEvent(QPaintEvent* event)
         painter.setPen(palette().color(QPalette::PlaceholderText));
         painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, tr("No file matches the search"));
     }
-    if (dropMark_ != DropMark::None)
-        paintDropMark(painter);
+    dropMark_.paint(painter);
 }
 
 void QuickLookTableView::paintFocus(QPainter& painter) const
@@ -348,28 +255,10 @@ void QuickLookTableView::paintFocus(QPainter& painter) const
     painter.drawRect(visualRegionForSelection(row).boundingRect().adjusted(1, 1, -2, -2));
 }
 
-void QuickLookTableView::paintDropMark(QPainter& painter) const
-{
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QColor accent = palette().color(QPalette::Highlight);
-    painter.setPen(QPen(accent, 2));
-    if (dropMark_ == DropMark::WholeList) {
-        painter.drawRoundedRect(QRectF(viewport()->rect()).adjusted(2, 2, -2, -2), 4, 4);
-        return;
-    }
-    const int lastRow = list_.rowCount() - 1;
-    const int y =
-        dropGap_ <= lastRow ? rowViewportPosition(dropGap_) : rowViewportPosition(lastRow) + rowHeight(lastRow);
-    constexpr qreal radius = 3.5;
-    const QPointF knob(radius + 2, std::max(qreal(y), radius + 1));
-    painter.drawLine(QPointF(knob.x() + radius, knob.y()), QPointF(viewport()->width(), knob.y()));
-    painter.drawEllipse(knob, radius, radius);
-}
-
 void QuickLookTableView::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
-    keepFitting(event->oldSize().width());
+    columns_->keepFitting(event->oldSize().width(), viewport()->width());
     updateEmptyHint();
 }
 
@@ -382,8 +271,7 @@ void QuickLookTableView::moveEvent(QMoveEvent* event)
 void QuickLookTableView::showEvent(QShowEvent* event)
 {
     QTableView::showEvent(event);
-    if (!std::exchange(columnsFitted_, true))
-        fitColumns();
+    columns_->fit(viewport()->width());
 }
 
 void QuickLookTableView::changeEvent(QEvent* event)

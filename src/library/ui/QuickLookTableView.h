@@ -1,11 +1,14 @@
 #pragma once
 
+#include "library/ui/DropMark.h"
+
 #include <QTableView>
 
 #include <functional>
 
 class ArrayController;
 class AudioFile;
+class ColumnHeader;
 class ListDrops;
 
 /// The table of open files: one row a record, whole rows selected, rows reordered by dragging, files dropped in.
@@ -26,12 +29,7 @@ public:
     using DragImage = std::function<QPixmap(const AudioFile& record, const QWidget& list)>;
     void setDragImage(DragImage make) { dragImage_ = std::move(make); }
 
-    /// Widths, order, visibility and sorting of the columns.
-    QByteArray headerState() const;
-    void restoreHeaderState(const QByteArray& state);
-
-    /// One checkable entry for each column that may be hidden.
-    void addColumnActions(QMenu& menu);
+    ColumnHeader& columns() { return *columns_; }
 
 signals:
     /// Return was pressed on the list.
@@ -56,19 +54,9 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    enum class DropMark { None, Gap, WholeList };
-
-    void setUpHeader();
-    /// Gives the room that the columns leave to the file names.
-    void fitColumns();
-    /// Lets the file names follow the width of the list, as long as the columns fill it.
-    void keepFitting(int widthBefore);
     void updateRowHeight();
     void updateEmptyHint();
     void paintFocus(QPainter& painter) const;
-    void paintDropMark(QPainter& painter) const;
-    void clearSortMark();
-    void setDropMark(DropMark mark, int gap = -1);
     /// The gap that is nearest: there is no dropping onto a row.
     int gapAt(const QPoint& position) const;
     /// Whether another part of this program is the source: the list takes nothing from it, and asks it for nothing.
@@ -79,8 +67,6 @@ private:
     ListDrops& drops_;
     DragImage dragImage_;
     QWidget* emptyHint_ = nullptr;
-    DropMark dropMark_ = DropMark::None;
-    int dropGap_ = -1;
-    bool columnsFitted_ = false;
-    bool columnsFill_ = false;
+    ColumnHeader* columns_;
+    DropMark dropMark_{*this};
 };

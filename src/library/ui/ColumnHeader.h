@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QHeaderView>
+
+class QMenu;
+
+/// The heading of the list of files: which columns are shown, how wide, in which order, and by which the list is sorted.
+/// The column of file names takes the room that the others leave, while all together are as wide as the list.
+class ColumnHeader : public QHeaderView {
+    Q_OBJECT
+
+public:
+    explicit ColumnHeader(QWidget* parent = nullptr);
+
+    /// Lays the columns out as they are at first; to be called when the header has its model.
+    void layOut();
+    /// Takes what saveState has given, unless that is damaged or empty.
+    void restore(const QByteArray& state);
+    /// One checkable entry for each column that may be hidden.
+    void addActions(QMenu& menu);
+    /// The list is in the order of no column.
+    void clearSortMark();
+
+    /// The list is shown with so much room, in pixels.
+    void fit(int room);
+    /// The room has changed.
+    void keepFitting(int roomBefore, int room);
+
+private:
+    bool isLaidOut_ = false;
+    /// Whether the columns are together as wide as the list.
+    bool fill_ = false;
+};
