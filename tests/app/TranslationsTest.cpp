@@ -15,6 +15,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTranslator>
 #include <QXmlStreamReader>
 
@@ -249,6 +250,19 @@ private slots:
             found += ambiguous(textsOf(windows.preferences));
         }
         QCOMPARE(found, QStringList());
+    }
+
+    void creditsFit_data() { addRows({"de", "en", "fr"}); }
+    void creditsFit()
+    {
+        const auto [language] = row<1>();
+        Translations::install(QLocale(language));
+        QCoreApplication::setApplicationVersion(u"1.2.3"_qs);
+        Windows windows;
+        windows.preferences.selectPane(PreferencesTabViewController::aboutPane);
+        auto& credits = *windows.preferences.findChild<QTextBrowser*>();
+        QTRY_VERIFY(credits.isVisible());
+        QVERIFY(credits.document()->size().height() <= credits.viewport()->height());
     }
 };
 
