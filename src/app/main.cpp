@@ -2,6 +2,7 @@
 #include "app/ui/Program.h"
 #include "artwork/ui/AlbumArtView.h"
 #include "platform/DBusApplication.h"
+#include "platform/FontConfiguration.h"
 #include "platform/PathBytes.h"
 #include "platform/SessionBus.h"
 #include "platform/StandardStreams.h"
@@ -144,6 +145,7 @@ int main(int argc, char* argv[])
     QStringList arguments;
     std::transform(argv, argv + argc, std::back_inserter(arguments), PathBytes::decode);
     StandardStreams::occupy();
+    const auto fonts = FontConfiguration::readAhead();
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Sonvika"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SONVIKA_VERSION));
@@ -157,6 +159,7 @@ int main(int argc, char* argv[])
     QGuiApplication::setWindowIcon(
         QIcon::fromTheme(DBusApplication::name, QIcon(QStringLiteral(":/icons/org.sonvika.Sonvika.svg"))));
     TaglibWrapper::recoverInterruptedChanges();
+    fonts.wait();
     Program program;
     program.panels.setParentWindow(&program.window);
     connectWindows(program);
