@@ -192,6 +192,18 @@ private slots:
         }
     }
 
+    void tellsThatNoPlayerIsToBeHad()
+    {
+        PreviewPanel panel([] { return nullptr; }, table_.get(), table_.get());
+        panel.showPreview(*library_->list.arrangedObjects().front());
+        const auto* problem = panel.findChild<QLabel*>(u"problem"_qs);
+        QTRY_VERIFY2(problem->text().contains(u"cannot be played"_qs), qPrintable(problem->text()));
+        QTest::keyClick(&panel, Qt::Key_P);
+        QTest::keyClick(&panel, Qt::Key_Right);
+        QVERIFY(problem->isVisible());
+        QVERIFY(!panel.findChild<QToolButton*>(u"playButton"_qs)->isEnabled());
+    }
+
     void showsTextsAsTheyAre()
     {
         AudioFile& record = *library_->list.arrangedObjects()[1];

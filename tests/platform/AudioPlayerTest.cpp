@@ -1,4 +1,4 @@
-#include "platform/QtAudioPlayer.h"
+#include "platform/AudioPlayer.h"
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
@@ -11,7 +11,7 @@ class AudioPlayerTest : public QObject {
 private slots:
     void initTestCase()
     {
-        player_ = QtAudioPlayer::make();
+        player_ = AudioPlayerPlugin::makePlayer();
         connect(player_.get(), &AudioPlayer::failed, this, [this](AudioPlayer::Problem what) {
             if (what != AudioPlayer::Problem::NoDevice)
                 problem_ = what;

@@ -1,4 +1,4 @@
-#include "platform/HttpsFeedFetcher.h"
+#include "platform/FeedFetcherOnDemand.h"
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
@@ -44,7 +44,7 @@ private slots:
     void fetches()
     {
         const auto [page, expected] = row<2>();
-        HttpsFeedFetcher fetcher(700ms);
+        FeedFetcherOnDemand fetcher(700ms);
         QElapsedTimer timer;
         timer.start();
         const auto fetched = fetch(fetcher, address(u"https"_qs, page, server_));
@@ -58,7 +58,7 @@ private slots:
 
     void keepsNoCookies()
     {
-        HttpsFeedFetcher fetcher;
+        FeedFetcherOnDemand fetcher;
         for (int i = 0; i < 2; ++i)
             QCOMPARE(fetch(fetcher, address(u"https"_qs, u"cookie"_qs, server_)), QByteArray("feed"));
         QCOMPARE(requests_.size(), 2);
@@ -67,7 +67,7 @@ private slots:
 
     void asksOverNothingButHttps()
     {
-        HttpsFeedFetcher fetcher;
+        FeedFetcherOnDemand fetcher;
         QVERIFY(!fetch(fetcher, address(u"http"_qs, u"ok"_qs, plainServer_)));
         QVERIFY(!fetch(fetcher, QUrl::fromLocalFile(QStringLiteral(TEST_DATA_DIR "/cover.png"))));
         QVERIFY(requests_.isEmpty());
@@ -79,7 +79,7 @@ private slots:
         QSslConfiguration doubting = trusting;
         doubting.setCaCertificates({});
         QSslConfiguration::setDefaultConfiguration(doubting);
-        HttpsFeedFetcher fetcher;
+        FeedFetcherOnDemand fetcher;
         QVERIFY(!fetch(fetcher, address(u"https"_qs, u"ok"_qs, server_)));
         QVERIFY(requests_.isEmpty());
         QSslConfiguration::setDefaultConfiguration(trusting);
@@ -89,7 +89,7 @@ private slots:
     {
         bool answered = false;
         {
-            HttpsFeedFetcher fetcher;
+            FeedFetcherOnDemand fetcher;
             fetcher.fetch(address(u"https"_qs, u"silent"_qs, server_), [&](const auto& feed) {
                 QVERIFY(!feed);
                 answered = true;
@@ -126,7 +126,7 @@ private:
                         .arg(page.replace(u' ', u'-')));
     }
 
-    static Fetched fetch(HttpsFeedFetcher& fetcher, const QUrl& from)
+    static Fetched fetch(FeedFetcher& fetcher, const QUrl& from)
     {
         std::optional<Fetched> answer;
         fetcher.fetch(from, [&](const Fetched& feed) { answer = feed; });
