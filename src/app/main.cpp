@@ -1,4 +1,5 @@
 #include "app/Translations.h"
+#include "app/ui/FirstPaint.h"
 #include "app/ui/Program.h"
 #include "artwork/ui/AlbumArtView.h"
 #include "platform/DBusApplication.h"
@@ -62,6 +63,12 @@ void followAppearance(Program& program, const QString& wanted)
             program.appearance.apply(preference == Preference::Dark ? Appearance::Mode::Dark
                                                                     : Appearance::Mode::Light);
     });
+}
+
+void setWindowIcon()
+{
+    QGuiApplication::setWindowIcon(
+        QIcon::fromTheme(DBusApplication::name, QIcon(QStringLiteral(":/icons/org.sonvika.Sonvika.svg"))));
 }
 
 void grabWindow(Program& program, const QString& file)
@@ -156,8 +163,6 @@ int main(int argc, char* argv[])
     if (isServedElsewhere(onTheBus, options))
         return 0;
 
-    QGuiApplication::setWindowIcon(
-        QIcon::fromTheme(DBusApplication::name, QIcon(QStringLiteral(":/icons/org.sonvika.Sonvika.svg"))));
     TaglibWrapper::recoverInterruptedChanges();
     fonts.wait();
     Program program;
@@ -167,6 +172,8 @@ int main(int argc, char* argv[])
     connectDesktop(program, onTheBus);
     followAppearance(program, options.appearance);
     program.delegate.applicationWillFinishLaunching();
+    // Reading the icon themes takes longer than making the window.
+    FirstPaint::then(program.window, setWindowIcon);
     program.window.show();
     program.updater.start();
 

@@ -1,5 +1,6 @@
 #include "app/ui/MainWindow.h"
 #include "app/ui/EmptyListHint.h"
+#include "app/ui/FirstPaint.h"
 #include "fakes/Library.h"
 #include "library/RecordColumns.h"
 #include "library/ui/QuickLookTableView.h"
@@ -140,6 +141,24 @@ private slots:
         drop(data, hint);
         QCOMPARE(library_->list.rowCount(), 2);
         QVERIFY(!hint.isVisible());
+    }
+
+    void isPaintedBeforeWhatCanWait()
+    {
+        struct Painted : QWidget {
+            void paintEvent(QPaintEvent*) override { ++paints; }
+            int paints = 0;
+        } widget;
+        QList<int> paintsBefore;
+        FirstPaint::then(widget, [&] { paintsBefore += widget.paints; });
+        QCoreApplication::processEvents();
+        QVERIFY(paintsBefore.isEmpty());
+        widget.show();
+        QTRY_VERIFY(!paintsBefore.isEmpty());
+        widget.repaint();
+        QCoreApplication::processEvents();
+        QCOMPARE(paintsBefore.size(), 1);
+        QVERIFY(paintsBefore.first() > 0);
     }
 
 private:
