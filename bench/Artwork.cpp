@@ -23,7 +23,7 @@
 namespace {
 
 constexpr int fileCount = 1'000;
-constexpr int runs = 3;
+constexpr int runs = 5;
 constexpr int coverBytes = 300'000;
 constexpr int side = 3'000;
 constexpr int pictures = 40;
@@ -82,27 +82,27 @@ void settingCovers(const Corpus& corpus, const QString& root)
     if (!file.open(QIODevice::Append) || file.write(QByteArray(coverBytes, 'c')) != coverBytes)
         throw std::runtime_error("the cover could not be written");
     file.close();
-    std::vector<double> ratios;
-    for (int i = 0; i < runs; ++i) {
-        const double bare = onCopies(
+    const auto bare = [&] {
+        return onCopies(
             corpus, root, [](const QStringList&) {},
             [&](const QStringList& paths) {
                 for (const auto& path : paths)
                     TaglibWrapper::setImageData(cover, path, path.right(3));
             });
+    };
+    const auto own = [&] {
         Program program;
-        const double own = onCopies(
+        return onCopies(
             corpus, root,
             [&](const QStringList& paths) {
                 program.controller.openPaths(paths);
                 program.controller.selectAll();
             },
             [&](const QStringList&) { program.artwork.setArtFromFile(image); });
-        ratios.push_back(own / bare);
-        std::printf("  set a cover of 300 KB on %d files: engine %.0f ms, command %.0f ms, ratio %.2f (aim 1.1)\n",
-                    fileCount, bare, own, ratios.back());
-    }
-    std::printf("  median ratio %.2f\n", Measure::median(ratios));
+    };
+    const auto times = Measure::compare(runs, bare, own);
+    std::printf("  set a cover of 300 KB on %d files: engine %.0f ms, command %.0f ms, ratio %.2f (aim 1.1)\n",
+                fileCount, times.bare, times.own, times.ratio());
     QFile::remove(image);
 }
 

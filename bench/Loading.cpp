@@ -70,20 +70,13 @@ double compare(const char* title, const QString& folder, int runs)
 {
     const QStringList paths = FileFinder::audioFiles(folder);
     bareLoop(paths);
-    std::vector<double> bare;
-    std::vector<double> own;
-    std::vector<double> ratios;
-    for (int i = 0; i < runs; ++i) {
-        bare.push_back(bareLoop(paths));
-        own.push_back(load(folder));
-        ratios.push_back(own.back() / bare.back());
-    }
+    const auto times = Measure::compare(
+        runs, [&] { return bareLoop(paths); }, [&] { return load(folder); });
     const double perFile = 1000.0 / static_cast<double>(paths.size());
-    const double ownTime = Measure::median(own) * perFile;
-    std::printf("  %7d %-18s %10.1f %10.1f %10.2f\n", static_cast<int>(paths.size()), title,
-                Measure::median(bare) * perFile, ownTime, Measure::median(ratios));
+    std::printf("  %7d %-18s %10.1f %10.1f %10.2f\n", static_cast<int>(paths.size()), title, times.bare * perFile,
+                times.own * perFile, times.ratio());
     std::fflush(stdout);
-    return ownTime;
+    return times.own * perFile;
 }
 
 } // namespace
@@ -96,12 +89,12 @@ void Parts::loading(const Corpus& corpus, int largest)
                                       {"MP3 with cover", Corpus::Mp3Cover},
                                       {"M4A", Corpus::M4aPlain},
                                       {"M4A with cover", Corpus::M4aCover}})
-        compare(title, corpus.folder(500, kind), 5);
-    const double small = compare("mixed", corpus.folder(1'000), 5);
+        compare(title, corpus.folder(500, kind), 15);
+    const double small = compare("mixed", corpus.folder(1'000), 15);
     double time = small;
     for (const int count : {10'000, 50'000}) {
         if (count <= largest)
-            time = compare("mixed", corpus.folder(count), count > 10'000 ? 1 : 3);
+            time = compare("mixed", corpus.folder(count), count > 10'000 ? 3 : 5);
     }
     std::printf("  the largest against 1000: %.2f\n\n", time / small);
 }

@@ -23,4 +23,29 @@ inline double median(std::vector<double> values)
     return *middle;
 }
 
+/// What the same work takes in two ways.
+struct Comparison {
+    double bare;
+    double own;
+
+    double ratio() const { return own / bare; }
+};
+
+/// Measures two ways in turns, each first as often as the other, so that both meet whatever else the machine does.
+/// @param bare,own do the work and return the milliseconds. @return the medians.
+template <class Bare, class Own>
+Comparison compare(int runs, Bare bare, Own own)
+{
+    std::vector<double> bareTimes;
+    std::vector<double> ownTimes;
+    for (int i = 0; i < runs; ++i) {
+        if (i % 2 == 0)
+            bareTimes.push_back(bare());
+        ownTimes.push_back(own());
+        if (i % 2 == 1)
+            bareTimes.push_back(bare());
+    }
+    return {median(bareTimes), median(ownTimes)};
+}
+
 } // namespace Measure

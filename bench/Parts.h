@@ -33,6 +33,6 @@ void work(const Corpus& corpus, int largest);
 /// The start of the program against that of an empty window.
 void start();
 /// One such start; ends the process.
-[[noreturn]] void startChild();
+[[noreturn]] void startChild(int argc, char* argv[]);
 
 } // namespace Parts

@@ -19,7 +19,7 @@
 
 namespace {
 
-constexpr int runs = 3;
+constexpr int runs = 7;
 constexpr int typedKeys = 20;
 
 /// Gives the files other names and then the old ones again. @return the milliseconds for once.
@@ -41,14 +41,15 @@ double renameBare(const std::vector<AudioFilePtr>& records)
 void compare(Program& program)
 {
     const auto records = program.list.selectedObjects();
-    std::vector<double> ratios;
-    for (int i = 0; i < runs; ++i) {
-        const double bare = renameBare(records);
-        const QStringList format{FileNameFormat::sortedKeys().at(1), QString::number(i)};
-        const double own = Measure::milliseconds([&] { program.controller.renameFiles(format); });
-        ratios.push_back(own / bare);
-        std::printf("  rename: bare loop %.0f ms, Sonvika %.0f ms, ratio %.2f (aim 2.0)\n", bare, own, ratios.back());
-    }
+    int names = 0;
+    const auto rename = [&] {
+        const QStringList format{FileNameFormat::sortedKeys().at(1), QString::number(++names)};
+        return Measure::milliseconds([&] { program.controller.renameFiles(format); });
+    };
+    const auto times = Measure::compare(
+        runs, [&] { return renameBare(records); }, rename);
+    std::printf("  rename: bare loop %.0f ms, Sonvika %.0f ms, ratio %.2f (aim 2.0)\n", times.bare, times.own,
+                times.ratio());
     std::vector<double> plans;
     plans.reserve(runs);
     for (int i = 0; i < runs; ++i)

@@ -5,11 +5,10 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <vector>
 
 namespace {
 
-constexpr int runs = 5;
+constexpr int runs = 11;
 
 double edit(FieldEditor& editor)
 {
@@ -31,12 +30,8 @@ void Parts::work(const Corpus& corpus, int largest)
     FieldEditor unseen(program.list, program.writer, unwatched);
     std::printf("Editing the title of %d files\n", program.list.rowCount());
     edit(unseen);
-    std::vector<double> without;
-    std::vector<double> with;
-    for (int i = 0; i < runs; ++i) {
-        without.push_back(edit(unseen));
-        with.push_back(edit(program.editor));
-    }
-    std::printf("  without the bar %.0f ms, with it %.0f ms, ratio %.3f (aim 1.03)\n\n", Measure::median(without),
-                Measure::median(with), Measure::median(with) / Measure::median(without));
+    const auto times = Measure::compare(
+        runs, [&] { return edit(unseen); }, [&] { return edit(program.editor); });
+    std::printf("  without the bar %.0f ms, with it %.0f ms, ratio %.3f (aim 1.03)\n\n", times.bare, times.own,
+                times.ratio());
 }

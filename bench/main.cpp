@@ -61,6 +61,9 @@ void runParts(const Options& options, const QString& folder)
 /// Keeps the user's settings and recent files out of it, for the child processes too.
 void useSettingsIn(const QTemporaryDir& scratch)
 {
+    // It has the rights that are wanted of this one, which a machine without a session lacks.
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        qputenv("XDG_RUNTIME_DIR", scratch.path().toUtf8());
     qputenv("XDG_CONFIG_HOME", scratch.filePath(QStringLiteral("config")).toUtf8());
     qputenv("XDG_DATA_HOME", scratch.filePath(QStringLiteral("data")).toUtf8());
     qputenv("XDG_STATE_HOME", scratch.filePath(QStringLiteral("state")).toUtf8());
@@ -73,22 +76,30 @@ void useOffscreenWithoutDisplay()
         qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
+/// The offscreen platform tells of everything that it leaves out.
+void printMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    if (!text.startsWith(QLatin1String("This plugin does not support")))
+        std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
     useOffscreenWithoutDisplay();
+    qInstallMessageHandler(printMessage);
+    if (argc > 1 && qstrcmp(argv[1], "--child-start") == 0)
+        Parts::startChild(argc, argv);
+    const QTemporaryDir scratch;
+    useSettingsIn(scratch);
     const QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == QLatin1String("--child-start"))
-        Parts::startChild();
     if (arguments.value(1) == QLatin1String("--child-memory")) {
         Parts::memoryChild(arguments.value(2));
         return 0;
     }
     const Options options = parseOptions(application);
-    const QTemporaryDir scratch;
-    useSettingsIn(scratch);
     try {
         runParts(options, options.folder.isEmpty() ? scratch.path() : options.folder);
     } catch (const std::exception& error) {

@@ -1,7 +1,9 @@
 #include "app/Translations.h"
+#include "app/ui/FirstPaint.h"
 #include "app/ui/Program.h"
 #include "artwork/ui/AlbumArtView.h"
 #include "platform/DBusApplication.h"
+#include "platform/FontConfiguration.h"
 #include "platform/PathBytes.h"
 #include "platform/SessionBus.h"
 #include "platform/StandardStreams.h"
@@ -61,6 +63,12 @@ void followAppearance(Program& program, const QString& wanted)
             program.appearance.apply(preference == Preference::Dark ? Appearance::Mode::Dark
                                                                     : Appearance::Mode::Light);
     });
+}
+
+void setWindowIcon()
+{
+    QGuiApplication::setWindowIcon(
+        QIcon::fromTheme(DBusApplication::name, QIcon(QStringLiteral(":/icons/org.sonvika.Sonvika.svg"))));
 }
 
 void grabWindow(Program& program, const QString& file)
@@ -145,6 +153,7 @@ int main(int argc, char* argv[])
 {
     SessionBus::abandonUnlessItAnswers();
     StandardStreams::occupy();
+    const auto fonts = FontConfiguration::readAhead();
     const QApplication application(argc, argv);
     // Those of Qt itself are gone by now.
     QStringList arguments;
@@ -158,9 +167,8 @@ int main(int argc, char* argv[])
     if (isServedElsewhere(onTheBus, options))
         return 0;
 
-    QGuiApplication::setWindowIcon(
-        QIcon::fromTheme(DBusApplication::name, QIcon(QStringLiteral(":/icons/org.sonvika.Sonvika.svg"))));
     TaglibWrapper::recoverInterruptedChanges();
+    fonts.wait();
     Program program;
     program.panels.setParentWindow(&program.window);
     connectWindows(program);
@@ -168,6 +176,8 @@ int main(int argc, char* argv[])
     connectDesktop(program, onTheBus);
     followAppearance(program, options.appearance);
     program.delegate.applicationWillFinishLaunching();
+    // Reading the icon themes takes longer than making the window.
+    FirstPaint::then(program.window, setWindowIcon);
     program.window.show();
     program.updater.start();
 

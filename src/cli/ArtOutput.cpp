@@ -5,9 +5,9 @@
 #include "cli/StandardOutput.h"
 #include "library/FileFinder.h"
 #include "model/PictureHeader.h"
+#include "platform/Plugins.h"
 #include "tagengine/TaglibWrapper.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QPluginLoader>
 
@@ -75,8 +75,7 @@ QByteArray converted(const QByteArray& art, const QString& extension)
 {
     if (Picture::format(art) == formatOf(extension))
         return art;
-    QPluginLoader plugin(QCoreApplication::applicationDirPath() + QStringLiteral("/" SONVIKA_PLUGIN_FOLDER "/")
-                         + QStringLiteral("sonvika-pictures"));
+    QPluginLoader plugin(Plugins::path(QStringLiteral("sonvika-pictures")));
     auto* converter = qobject_cast<PictureConverter*>(plugin.instance());
     if (!converter)
         throw Refusal(plugin.errorString());

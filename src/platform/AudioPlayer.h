@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QtPlugin>
 
 #include <functional>
 #include <memory>
@@ -39,4 +40,18 @@ signals:
     void failed(AudioPlayer::Problem problem);
 };
 
+/// Gives nothing where no player can be had.
 using AudioPlayerFactory = std::function<std::unique_ptr<AudioPlayer>()>;
+
+/// What makes players, in a plug-in.
+class AudioPlayerPlugin {
+public:
+    virtual ~AudioPlayerPlugin() = default;
+
+    virtual std::unique_ptr<AudioPlayer> make() = 0;
+
+    /// An AudioPlayerFactory; loads the plug-in.
+    static std::unique_ptr<AudioPlayer> makePlayer();
+};
+
+Q_DECLARE_INTERFACE(AudioPlayerPlugin, "org.sonvika.AudioPlayerPlugin/1")

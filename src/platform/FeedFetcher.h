@@ -2,8 +2,11 @@
 
 #include <QByteArray>
 #include <QUrl>
+#include <QtPlugin>
 
+#include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 /// Fetches the small text that tells which version of the program is the newest.
@@ -19,3 +22,14 @@ public:
     /// more than maxBytes.
     virtual void fetch(const QUrl& address, const Fetched& fetched) = 0;
 };
+
+/// What makes fetchers, in a plug-in.
+class FeedFetcherPlugin {
+public:
+    virtual ~FeedFetcherPlugin() = default;
+
+    /// @param timeout ends a fetch however slowly the server answers.
+    virtual std::unique_ptr<FeedFetcher> make(std::chrono::milliseconds timeout) = 0;
+};
+
+Q_DECLARE_INTERFACE(FeedFetcherPlugin, "org.sonvika.FeedFetcherPlugin/1")

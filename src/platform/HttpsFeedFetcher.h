@@ -8,10 +8,10 @@
 class QNetworkAccessManager;
 
 /// Fetches over the network: https from the first to the last redirection, no cookies, no passwords, and an end to it
-/// after some seconds however slowly the server answers.
+/// after the timeout however slowly the server answers.
 class HttpsFeedFetcher : public FeedFetcher {
 public:
-    explicit HttpsFeedFetcher(std::chrono::milliseconds timeout = std::chrono::seconds(10));
+    explicit HttpsFeedFetcher(std::chrono::milliseconds timeout);
     ~HttpsFeedFetcher() override;
 
     void fetch(const QUrl& address, const Fetched& fetched) override;

@@ -11,7 +11,6 @@ class QtAudioPlayer : public AudioPlayer {
     Q_OBJECT
 
 public:
-    /// An AudioPlayerFactory.
     static std::unique_ptr<AudioPlayer> make();
 
     void load(const QString& path) override;

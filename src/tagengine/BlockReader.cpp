@@ -37,7 +37,9 @@ const BlockReader::Block& BlockReader::block(std::int64_t index)
 
 std::size_t BlockReader::readDirectly(std::int64_t offset, char* into, std::size_t length)
 {
-    const std::int64_t count = PosixFile::readAt(descriptor_, offset, into, length);
+    // Asked for more than there is, the system would have to be called once more to say that there is no more.
+    const std::int64_t wanted = std::clamp<std::int64_t>(size_ - offset, 0, static_cast<std::int64_t>(length));
+    const std::int64_t count = PosixFile::readAt(descriptor_, offset, into, static_cast<std::size_t>(wanted));
     failed_ = failed_ || count < 0;
     return static_cast<std::size_t>(std::max<std::int64_t>(count, 0));
 }

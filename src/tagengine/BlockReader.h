@@ -10,7 +10,8 @@
 class BlockReader {
 public:
     /// @param descriptor stays the caller's and must outlive the reader; the file must not change meanwhile.
-    explicit BlockReader(int descriptor) : descriptor_(descriptor) {}
+    /// @param size the file's.
+    BlockReader(int descriptor, std::int64_t size) : descriptor_(descriptor), size_(size) {}
 
     /// @return the number of bytes read; fewer than @p length at the end of the file or after an error.
     std::size_t read(std::int64_t offset, char* into, std::size_t length);
@@ -32,6 +33,7 @@ private:
     std::size_t readDirectly(std::int64_t offset, char* into, std::size_t length);
 
     int descriptor_;
+    std::int64_t size_;
     bool failed_ = false;
     std::array<Block, blockCount> blocks_;
 };

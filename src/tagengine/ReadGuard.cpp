@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <string_view>
 
 #include <zlib.h>
 
@@ -22,12 +23,17 @@ constexpr std::size_t largestExpansion = 64 << 20;
 constexpr unsigned int atomHeaderSize = 8;
 constexpr unsigned int sizeField = 4; // in front of a compressed frame's content
 
+/// The four letters at that place, which have to be there.
+std::string_view nameAt(const ByteVector& bytes, unsigned int at)
+{
+    return {bytes.data() + at, 4};
+}
+
 bool hasChildren(const ByteVector& atom)
 {
-    constexpr std::array containers{"moov", "udta", "mdia", "meta", "ilst", "stbl",
-                                    "minf", "moof", "traf", "trak", "stsd"};
-    return std::any_of(containers.begin(), containers.end(),
-                       [&](const char* name) { return atom.containsAt(name, 4); });
+    constexpr std::array<std::string_view, 11> containers{"moov", "udta", "mdia", "meta", "ilst", "stbl",
+                                                          "minf", "moof", "traf", "trak", "stsd"};
+    return std::find(containers.begin(), containers.end(), nameAt(atom, 4)) != containers.end();
 }
 
 std::int64_t endOfAtom(std::int64_t offset, const ByteVector& header)
@@ -60,7 +66,7 @@ std::size_t expandedLength(ByteVector bytes, std::size_t limit)
 bool areFlatChapters(const ByteVector& bytes, Nesting& nesting, std::int64_t offset)
 {
     for (unsigned int at = 0; at + 8 <= bytes.size(); ++at) {
-        if (bytes[at] != 'C' || !(bytes.containsAt("CHAP", at) || bytes.containsAt("CTOC", at)))
+        if (const auto name = nameAt(bytes, at); name != "CHAP" && name != "CTOC")
             continue;
         // Some programs write the size in 8 bits each, which TagLib allows for.
         const std::int64_t size = std::max(bytes.toUInt(at + 4), SynchData::toUInt(bytes.mid(at + 4, 4)));
@@ -71,10 +77,11 @@ bool areFlatChapters(const ByteVector& bytes, Nesting& nesting, std::int64_t off
 }
 
 /// Walks over the frames of a tag as TagLib does.
-bool areSafeFrames(ByteVector bytes, const TagLib::ID3v2::Header& tag)
+bool areSafeFrames(const ByteVector& content, const TagLib::ID3v2::Header& tag)
 {
-    if (tag.unsynchronisation() && tag.majorVersion() <= 3)
-        bytes = SynchData::decode(bytes);
+    const bool isEncoded = tag.unsynchronisation() && tag.majorVersion() <= 3;
+    // Any look at bytes that are not constant would copy all of them.
+    const ByteVector bytes = isEncoded ? SynchData::decode(content) : content;
     unsigned int at = 0;
     if (tag.extendedHeader()) {
         TagLib::ID3v2::ExtendedHeader extension;
@@ -89,14 +96,14 @@ bool areSafeFrames(ByteVector bytes, const TagLib::ID3v2::Header& tag)
         if (header.frameSize() == 0 || header.frameSize() > bytes.size() - at)
             break;
         if (header.compression() || isChapter) {
-            ByteVector content = bytes.mid(at + header.size());
+            ByteVector frame = bytes.mid(at + header.size());
             if (tag.majorVersion() > 3 && (tag.unsynchronisation() || header.unsynchronisation()))
-                content = SynchData::decode(content.mid(0, header.frameSize()));
+                frame = SynchData::decode(frame.mid(0, header.frameSize()));
             if (header.compression() && !header.encryption())
-                expansion += expandedLength(content.mid(sizeField), largestExpansion - expansion);
+                expansion += expandedLength(frame.mid(sizeField), largestExpansion - expansion);
             // What a compressed chapter holds can't be looked at.
             if (expansion > largestExpansion || (isChapter && header.compression())
-                || (isChapter && !areFlatChapters(content.mid(0, header.frameSize()), chapters, at)))
+                || (isChapter && !areFlatChapters(frame.mid(0, header.frameSize()), chapters, at)))
                 return false;
         }
         at += header.frameSize() + header.size();

@@ -24,7 +24,7 @@ QByteArray resolved(const QByteArray& path)
 } // namespace
 
 SafeFileStream::SafeFileStream(QByteArray path, Mode mode)
-    : path_(std::move(path)), target_(mode == Mode::ReadWrite ? resolved(path_) : path_), reader_(-1), content_(0)
+    : path_(std::move(path)), target_(mode == Mode::ReadWrite ? resolved(path_) : path_), reader_(-1, 0), content_(0)
 {
     FailureReason::clear();
     if (!UndoRecord::recover(target_)) {
@@ -42,7 +42,7 @@ SafeFileStream::SafeFileStream(QByteArray path, Mode mode)
         file_.close();
         return;
     }
-    reader_ = BlockReader(file_.get());
+    reader_ = BlockReader(file_.get(), identity_.size);
     content_ = PieceTable(identity_.size);
 }
 

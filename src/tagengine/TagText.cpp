@@ -3,12 +3,21 @@
 #include "platform/PathBytes.h"
 #include "tagengine/TaglibWrapper.h"
 
+#include <algorithm>
 #include <charconv>
 #include <iostream>
 #include <utility>
 
 std::optional<QString> TaglibWrapper::stringFromWchar(const std::wstring& wide)
 {
+    const bool isPlain =
+        std::all_of(wide.begin(), wide.end(), [](wchar_t code) { return code >= 0 && code < 0xd800; });
+    if (isPlain) {
+        QString text(static_cast<qsizetype>(wide.size()), Qt::Uninitialized);
+        std::transform(wide.begin(), wide.end(), text.begin(),
+                       [](wchar_t code) { return QChar(static_cast<char16_t>(code)); });
+        return text;
+    }
     QString text;
     text.reserve(static_cast<qsizetype>(wide.size()));
     for (std::size_t i = 0; i < wide.size(); ++i) {

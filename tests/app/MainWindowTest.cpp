@@ -1,3 +1,4 @@
+#include "app/ui/FirstPaint.h"
 #include "fakes/Desk.h"
 #include "library/ui/TagField.h"
 #include "support/Rows.h"
@@ -134,6 +135,24 @@ private slots:
         QVERIFY(table.isColumnHidden(RecordColumns::Year) && !table.isColumnHidden(RecordColumns::Title));
         QCOMPARE(table.horizontalHeader()->visualIndex(1), 3);
         QCOMPARE(Library::titles(library.list.content()), u"c b a"_qs);
+    }
+
+    void isPaintedBeforeWhatCanWait()
+    {
+        struct Painted : QWidget {
+            void paintEvent(QPaintEvent*) override { ++paints; }
+            int paints = 0;
+        } widget;
+        QList<int> paintsBefore;
+        FirstPaint::then(widget, [&] { paintsBefore += widget.paints; });
+        QCoreApplication::processEvents();
+        QVERIFY(paintsBefore.isEmpty());
+        widget.show();
+        QTRY_VERIFY(!paintsBefore.isEmpty());
+        widget.repaint();
+        QCoreApplication::processEvents();
+        QCOMPARE(paintsBefore.size(), 1);
+        QVERIFY(paintsBefore.first() > 0);
     }
 
 private:

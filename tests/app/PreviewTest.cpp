@@ -113,6 +113,18 @@ private slots:
         QCOMPARE(label("problem").isVisible(), again == u"no");
     }
 
+    void tellsThatNoPlayerIsToBeHad()
+    {
+        PreviewPanel panel([] { return nullptr; }, &desk_->table, &desk_->window);
+        panel.showPreview(*desk_->list.arrangedObjects().front());
+        const auto* problem = panel.findChild<QLabel*>(u"problem"_qs);
+        QTRY_VERIFY2(problem->text().contains(u"cannot be played"_qs), qPrintable(problem->text()));
+        QTest::keyClick(&panel, Qt::Key_P);
+        QTest::keyClick(&panel, Qt::Key_Right);
+        QVERIFY(problem->isVisible());
+        QVERIFY(!panel.findChild<QToolButton*>(u"playButton"_qs)->isEnabled());
+    }
+
     void showsTextsAsTheyAre()
     {
         AudioFile& record = desk_->record(1);

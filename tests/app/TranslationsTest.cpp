@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QTextBrowser>
 #include <QToolButton>
 #include <QTranslator>
 
@@ -206,6 +207,9 @@ private slots:
         const auto* preferences = qobject_cast<PreferencesTabViewController*>(&window);
         if (preferences && language != u"long")
             QCOMPARE(preferences->width(), qRound(preferences->prefWidth()));
+        const auto* credits = window.findChild<QTextBrowser*>();
+        if (credits && credits->isVisible() && language != u"long")
+            QVERIFY(credits->document()->size().height() <= credits->viewport()->height());
     }
 
     void theseChecksCanFail()

@@ -1,5 +1,5 @@
+#include "platform/AudioPlayer.h"
 #include "platform/PathBytes.h"
-#include "platform/QtAudioPlayer.h"
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
@@ -14,7 +14,7 @@ class AudioPlayerTest : public QObject {
 private slots:
     void initTestCase()
     {
-        player_ = QtAudioPlayer::make();
+        player_ = AudioPlayerPlugin::makePlayer();
         connect(player_.get(), &AudioPlayer::failed, this, [this](AudioPlayer::Problem what) {
             if (what != AudioPlayer::Problem::NoDevice)
                 problem_ = what;

@@ -1,4 +1,4 @@
-#include "platform/HttpsFeedFetcher.h"
+#include "platform/FeedFetcherOnDemand.h"
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
@@ -85,7 +85,7 @@ private slots:
 
     void keepsNoCookies()
     {
-        HttpsFeedFetcher fetcher;
+        FeedFetcherOnDemand fetcher;
         for (int i = 0; i < 2; ++i)
             QCOMPARE(fetch(address(u"ok"_qs), fetcher), QByteArray("feed"));
         QCOMPARE(requests_.size(), 2);
@@ -114,7 +114,7 @@ private slots:
     {
         bool answered = false;
         {
-            HttpsFeedFetcher fetcher;
+            FeedFetcherOnDemand fetcher;
             fetcher.fetch(address(u"silent"_qs), [&](const auto& feed) {
                 QVERIFY(!feed);
                 answered = true;
@@ -134,7 +134,7 @@ private:
     }
     QUrl plainAddress() const { return QUrl(u"http://localhost:%1/ok"_qs.arg(plainServer_.serverPort())); }
 
-    static Fetched fetch(const QUrl& from, HttpsFeedFetcher& fetcher)
+    static Fetched fetch(const QUrl& from, FeedFetcher& fetcher)
     {
         std::optional<Fetched> answer;
         fetcher.fetch(from, [&](const Fetched& feed) { answer = feed; });
@@ -144,7 +144,7 @@ private:
     }
     static Fetched fetch(const QUrl& from)
     {
-        HttpsFeedFetcher fetcher(700ms);
+        FeedFetcherOnDemand fetcher(700ms);
         return fetch(from, fetcher);
     }
 

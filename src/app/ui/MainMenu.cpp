@@ -8,6 +8,7 @@
 #include "library/ui/QuickLookTableView.h"
 #include "platform/RecentDocuments.h"
 
+#include <QActionGroup>
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QFileInfo>
@@ -94,6 +95,8 @@ void MainMenu::buildView()
 
 void MainMenu::addSortMenu(QMenu& menu)
 {
+    auto* sorts = new QActionGroup(&menu);
+    sorts->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
     for (int column = 0; column < RecordColumns::Count; ++column) {
         auto* action = menu.addAction(RecordColumns::heading(column), &table_, [this, column] {
             const auto* header = table_.horizontalHeader();
@@ -102,6 +105,7 @@ void MainMenu::addSortMenu(QMenu& menu)
             table_.sortByColumn(column, turns ? Qt::DescendingOrder : Qt::AscendingOrder);
         });
         action->setCheckable(true);
+        sorts->addAction(action);
         connect(&menu, &QMenu::aboutToShow, action, [this, action, column] {
             action->setChecked(table_.horizontalHeader()->sortIndicatorSection() == column);
         });

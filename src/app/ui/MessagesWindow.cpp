@@ -53,13 +53,13 @@ MessagesWindow::MessagesWindow(FailureLog& log, QWidget* parent)
     table_->setColumnWidth(FailureLog::File, fileWidth);
     table_->scrollToBottom();
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-    // Its buttons take the focus themselves; from the row of them, Tab would come back to the first for ever.
+    // Made in the order in which Tab leads through them; the row of buttons would lead back to its first for ever.
+    auto* buttons = new QDialogButtonBox(this);
     buttons->setFocusPolicy(Qt::NoFocus);
-    // Return closes the window, wherever the focus is.
-    buttons->button(QDialogButtonBox::Close)->setDefault(true);
     auto* copy = buttons->addButton(tr("&Copy All"), QDialogButtonBox::ActionRole);
     auto* clear = buttons->addButton(tr("C&lear"), QDialogButtonBox::ActionRole);
+    // Return closes the window, wherever the focus is.
+    buttons->addButton(QDialogButtonBox::Close)->setDefault(true);
     connect(copy, &QPushButton::clicked, this, &MessagesWindow::copyAll);
     connect(clear, &QPushButton::clicked, &log, &FailureLog::clear);
     connect(clear, &QPushButton::clicked, this, &QDialog::close);

@@ -161,6 +161,8 @@ void PlaybackBar::connectSlider()
 void PlaybackBar::makePlayer()
 {
     player_ = factory_();
+    if (!player_)
+        return;
     connect(player_.get(), &AudioPlayer::stateChanged, this, &PlaybackBar::showState);
     connect(player_.get(), &AudioPlayer::positionChanged, this, &PlaybackBar::showPosition);
     connect(player_.get(), &AudioPlayer::durationChanged, this, &PlaybackBar::showDuration);
@@ -176,7 +178,10 @@ void PlaybackBar::load()
         return;
     if (!player_)
         makePlayer();
-    player_->load(path);
+    if (player_)
+        player_->load(path);
+    else
+        showProblem(AudioPlayer::Problem::NoDecoder);
 }
 
 void PlaybackBar::reset()

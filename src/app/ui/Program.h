@@ -26,8 +26,7 @@
 #include "platform/DBusFileBrowser.h"
 #include "platform/DBusNotificationService.h"
 #include "platform/DropFolder.h"
-#include "platform/HttpsFeedFetcher.h"
-#include "platform/QtAudioPlayer.h"
+#include "platform/FeedFetcherOnDemand.h"
 #include "platform/RecentDocuments.h"
 #include "platform/TerminationSignals.h"
 #include "platform/UserDefaults.h"
@@ -63,9 +62,9 @@ struct Program {
     FileRenamer renamer{list, permissions, notifier, work};
     ViewController controller{list, loader, editor, batch, artwork, art, renamer, panels};
     MainWindow window{controller, list, drops, art, artworkDrops, recentDocuments, defaults};
-    PreviewOnDemand previewPanel{QtAudioPlayer::make, window.table(), window};
+    PreviewOnDemand previewPanel{AudioPlayerPlugin::makePlayer, window.table(), window};
     PreviewController preview{list, previewPanel};
-    HttpsFeedFetcher feedFetcher;
+    FeedFetcherOnDemand feedFetcher;
     Updater updater{defaults, feedFetcher};
     PreferencesOpener preferences{defaults, notifier, updater};
     AppDelegate delegate{controller, notifier, defaults};

@@ -37,6 +37,13 @@ Option withSeenOutline(Option option)
     return option;
 }
 
+/// The sort mark on one line with the heading.
+QStyleOptionHeader centred(QStyleOptionHeader mark, const QWidget& header)
+{
+    mark.rect.moveTop((header.height() - mark.rect.height()) / 2);
+    return mark;
+}
+
 } // namespace
 
 ProgramStyle& ProgramStyle::install()
@@ -59,10 +66,13 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
     };
     const auto* box = qstyleoption_cast<const QStyleOptionButton*>(option);
     const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    const auto* mark = qstyleoption_cast<const QStyleOptionHeader*>(option);
     if (box && element == PE_IndicatorCheckBox)
         draw(withSeenOutline(*box));
     else if (frame && (element == PE_Frame || element == PE_FrameLineEdit))
         draw(withSeenOutline(*frame));
+    else if (mark && widget && element == PE_IndicatorHeaderArrow)
+        draw(centred(*mark, *widget));
     else
         draw(*option);
     const bool isFramedArea = element == PE_Frame && qobject_cast<const QAbstractScrollArea*>(widget);
@@ -88,15 +98,6 @@ int ProgramStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, co
     if (metric == PM_HeaderMargin)
         return native + cellPadding + cellExtra;
     return metric == PM_FocusFrameHMargin ? native + cellPadding : native;
-}
-
-QRect ProgramStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const
-{
-    QRect place = QProxyStyle::subElementRect(element, option, widget);
-    // On one line with the heading.
-    if (element == SE_HeaderArrow)
-        place.moveTop(option->rect.center().y() - place.height() / 2);
-    return place;
 }
 
 int ProgramStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -3,13 +3,14 @@
 #include "library/ui/TagField.h"
 #include "model/GenreList.h"
 
+#include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QWheelEvent>
 
 GenreBox::GenreBox(QWidget* parent)
     : QComboBox(parent), field_(new TagField(QStringLiteral("GENRE"), QStringLiteral("genre"), this))
 {
-    setEditable(true);
+    // Makes the box editable by itself; setEditable() would make its list as well, which the first opening does.
     setLineEdit(field_);
     // The end of typing is the field's alone to notice; the box would choose the entry of the same name once more.
     disconnect(field_, &QLineEdit::editingFinished, this, nullptr);
@@ -34,6 +35,7 @@ void GenreBox::showPopup()
     const QSignalBlocker quietField(field_);
     setCurrentIndex(GenreList::indexOf(text));
     field_->setText(text);
+    view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     QComboBox::showPopup();
 }
 

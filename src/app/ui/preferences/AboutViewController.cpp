@@ -12,7 +12,10 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QTextBrowser>
+#include <QTextDocument>
 #include <QtMath>
+
+#include <memory>
 
 namespace {
 
@@ -106,8 +109,10 @@ void AboutViewController::showCredits()
         credits.replace(place, placeholder.size(), u'v' + version.toHtmlEscaped());
     if (!version.isEmpty())
         textView_->setHtml(credits);
-    textView_->document()->setTextWidth(creditsWidth);
-    textView_->setFixedHeight(qCeil(textView_->document()->size().height()));
+    // The view gives its own document the width that it has now.
+    const std::unique_ptr<QTextDocument> measured(textView_->document()->clone());
+    measured->setTextWidth(creditsWidth);
+    textView_->setFixedHeight(qCeil(measured->size().height()));
     textView_->setVisible(!version.isEmpty());
 }
 
