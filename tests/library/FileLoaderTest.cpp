@@ -67,9 +67,12 @@ private slots:
         const QStringList files{folder.copy(u"v24.mp3"_qs, u"1.mp3"_qs),
                                 folder.copy(u"truncated.m4a"_qs, u"2.m4a"_qs),
                                 folder.copy(u"tagged.m4a"_qs, u"3.m4a"_qs)};
+        QStringList notedOnTheWay;
         Library library;
         library.panels.files = files;
+        connect(&library.loader, &FileLoader::frontWanted, this, [&] { notedOnTheWay += library.recent.paths; });
         library.controller.openDocument();
+        QCOMPARE(notedOnTheWay, QStringList());
         library.panels.folders = {folder.path(u"."_qs)};
         library.controller.openFolder();
         QCOMPARE(library.recent.paths, (QStringList{files[0], files[2]}));
