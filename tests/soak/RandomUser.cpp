@@ -254,8 +254,12 @@ void RandomUser::useMenuOrShortcut()
     const auto keys = action->shortcut();
     if (chance_.oneIn(3)) {
         ++counts_["search"];
-        Input::click(Hands::part(*window_, u"searchField"_qs));
-        chance_.oneIn(3) ? Input::type(Hands::anyWord(chance_).left(2)) : Input::key(Qt::Key_Escape);
+        auto& field = Hands::part(*window_, u"searchField"_qs);
+        Input::click(field);
+        if (!field.hasFocus() || !chance_.oneIn(3))
+            Input::key(Qt::Key_Escape);
+        else
+            Input::type(Hands::anyWord(chance_).left(2));
     } else if (!action->isEnabled() || keys.isEmpty() || Hands::isNumberFocused()) {
         Input::click(bar, bar.actionGeometry(chance_.any(bar.actions())).center());
     } else {
