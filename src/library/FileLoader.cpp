@@ -26,12 +26,28 @@ bool FileLoader::openPaths(const QStringList& paths)
     }
     const ArrayController::AddingBatch batch(list_);
     bool allAdded = true;
-    const bool allTried =
-        WorkLoop::run(monitor_, files, [&](const QString& file) { allAdded = loadFile(file) && allAdded; });
+    QStringList added;
+    const bool allTried = WorkLoop::run(monitor_, files, [&](const QString& file) {
+        if (addFile(file))
+            added.append(file);
+        else
+            allAdded = false;
+    });
+    // In the middle of the work each few of them would cost a write of the whole list.
+    for (const auto& file : added)
+        recentDocuments_.noteNewRecentDocument(file);
     return allTried && allAdded;
 }
 
 bool FileLoader::loadFile(const QString& path)
+{
+    const bool isAdded = addFile(path);
+    if (isAdded)
+        recentDocuments_.noteNewRecentDocument(path);
+    return isAdded;
+}
+
+bool FileLoader::addFile(const QString& path)
 {
     emit frontWanted();
     const auto type = TaglibWrapper::detectFileType(path);
@@ -43,7 +59,6 @@ bool FileLoader::loadFile(const QString& path)
     if (!record)
         return refuse({path, Messages::couldNotOpen(path), TaglibWrapper::failureReason()});
     list_.addObject(std::move(record));
-    recentDocuments_.noteNewRecentDocument(path);
     return true;
 }
 

@@ -36,6 +36,7 @@ signals:
     void frontWanted();
 
 private:
+    bool addFile(const QString& path);
     bool refuse(const Failure& failure);
 
     ArrayController& list_;

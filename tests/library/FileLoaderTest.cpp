@@ -64,12 +64,15 @@ private slots:
 
     void oneFailureStopsNoOther()
     {
+        QStringList notedOnTheWay;
         Library library;
         QStringList files;
         for (const auto& fixture : {u"v24.mp3"_qs, u"truncated.m4a"_qs, u"v23.mp3"_qs})
             files.append(library.folder.copy(fixture));
         library.panels.files = files;
+        connect(&library.loader, &FileLoader::frontWanted, this, [&] { notedOnTheWay += library.recent.paths; });
         library.controller.openDocument();
+        QCOMPARE(notedOnTheWay, QStringList());
         library.panels.folders = {library.folder.path(u"."_qs)};
         library.controller.openFolder();
         QCOMPARE(library.recent.paths, (QStringList{files[0], files[2]}));

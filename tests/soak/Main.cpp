@@ -1,0 +1,121 @@
+// Uses the whole program at random for a while, and looks at what it has made of the files. What the user does depends on
+// the seed, and on the time that things take.
+//
+//   sonvika-soak [--seconds 480] [--files 2000] [--seed 1]
+
+#include "platform/PathBytes.h"
+#include "soak/RandomUser.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <filesystem>
+#include <iostream>
+
+#include <unistd.h>
+
+/// The program's own main.
+int sonvikaMain(int argc, char* argv[]);
+
+/// A program that hangs is to say where.
+extern "C" const char* __asan_default_options()
+{
+    return "handle_abort=1";
+}
+
+extern "C" const char* __lsan_default_options()
+{
+    return "print_suppressions=0:suppressions=" SOURCE_DIR "/tests/lsan.supp";
+}
+
+namespace {
+
+/// Growth beyond this in the later half, from each rest to the next, is more than caches that fill.
+constexpr qint64 steadyGrowth = 4'000'000;
+
+/// What the platform without a display says of itself is left out.
+void printMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    if (!text.startsWith(u"This plugin does not support"))
+        std::fprintf(stderr, "%s\n", qPrintable(text));
+    if (type == QtFatalMsg)
+        std::abort();
+}
+
+/// The folders and settings of a user of its own.
+void becomeUser(const QString& folder)
+{
+    const QDir root(folder);
+    for (const auto* name : {"music", "pictures", "saved", "config", "state", "data", "cache"})
+        root.mkdir(QLatin1String(name));
+    for (const auto* kind : {"config", "state", "data", "cache"})
+        qputenv("XDG_" + QByteArray(kind).toUpper() + "_HOME", root.filePath(QLatin1String(kind)).toUtf8());
+    for (const auto* name : {"HOME", "TMPDIR"})
+        qputenv(name, folder.toUtf8());
+    qputenv("LC_ALL", "C.UTF-8");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    for (const auto& name : {u"cover.jpg"_qs, u"cover.png"_qs, u"placeholder.png"_qs, u"text.mp3"_qs})
+        QFile::copy(QStringLiteral(SOURCE_DIR "/tests/data/") + name, folder + u"/pictures/"_qs + name);
+}
+
+/// @return its exit status.
+int filesProgram(const QString& arguments)
+{
+    return std::system(qPrintable(QStringLiteral("PATH=/usr/bin:/bin " SOURCE_DIR "/tests/soak/files ") + arguments));
+}
+
+bool growsSteadily(const std::vector<qint64>& memory)
+{
+    const std::vector<qint64> later(memory.begin() + static_cast<std::ptrdiff_t>(memory.size() / 2), memory.end());
+    return later.size() > 1 && std::is_sorted(later.begin(), later.end())
+           && later.back() - later.front() > steadyGrowth;
+}
+
+bool isSound(const QString& folder, const QStringList& arguments)
+{
+    becomeUser(folder);
+    if (filesProgram(QStringLiteral("make %1 %2 %3").arg(folder, arguments[1], arguments[2])) != 0)
+        qFatal("The files can't be made");
+    RandomUser user(arguments[2].toUInt(), arguments[0].toInt(), folder);
+    QMetaObject::invokeMethod(&user, &RandomUser::act, Qt::QueuedConnection);
+    QByteArray name("sonvika");
+    char* program[]{name.data(), nullptr};
+    const int status = sonvikaMain(1, program);
+    ::alarm(0);
+    const bool grows = growsSteadily(user.memory());
+    std::printf("The program ended with %d; the memory in use %s\n", status, grows ? "GROWS" : "does not grow");
+    user.writeRecords();
+    std::fflush(stdout);
+    return filesProgram(u"check "_qs + folder) == 0 && status == 0 && !grows;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QCommandLineParser parser;
+    parser.addOptions({{u"seconds"_qs, {}, u"n"_qs, u"480"_qs},
+                       {u"files"_qs, {}, u"n"_qs, u"2000"_qs},
+                       {u"seed"_qs, {}, u"n"_qs, u"1"_qs}});
+    QStringList arguments;
+    std::transform(argv, argv + argc, std::back_inserter(arguments), PathBytes::decode);
+    parser.process(arguments);
+    std::printf("Seed %s\n", qPrintable(parser.value(u"seed"_qs)));
+    // What the program says on its output is not of interest.
+    std::cout.rdbuf(nullptr);
+    qInstallMessageHandler(printMessage);
+    // In memory where that can be: a save flushes what it writes.
+    const QString memory = u"/dev/shm"_qs;
+    QTemporaryDir folder((QDir(memory).exists() ? memory : QDir::tempPath()) + u"/sonvika-soak-XXXXXX"_qs);
+    const bool good =
+        isSound(folder.path(), {parser.value(u"seconds"_qs), parser.value(u"files"_qs), parser.value(u"seed"_qs)});
+    // Qt can't remove what has a name that is no UTF-8.
+    folder.setAutoRemove(false);
+    if (good)
+        std::filesystem::remove_all(folder.path().toStdString());
+    else
+        std::printf("What is left is in %s\n", qPrintable(folder.path()));
+    return good ? 0 : 1;
+}
