@@ -1,4 +1,5 @@
 #include "app/Translations.h"
+#include "app/ui/StatusLine.h"
 #include "fakes/Windows.h"
 #include "support/Rows.h"
 
@@ -180,7 +181,7 @@ private slots:
         Translations::install(user);
         QStringList told;
         for (const int count : {0, 1, 2, 1234})
-            told.append(MainWindow::tr("%Ln files", nullptr, count));
+            told.append(StatusLine::tr("%Ln files", nullptr, count));
         QLocale::setDefault(QLocale::c());
         const auto expected = counts.split(u", "_qs);
         QCOMPARE(told.first(expected.size()), expected);

@@ -191,7 +191,7 @@ void RandomUser::inOtherWindow(QWidget& window)
     if (dialog && phase_ == Phase::Using && !chance_.oneIn(4))
         Hands::answer(chance_, *dialog, folder_);
     else if (qobject_cast<MessagesWindow*>(&window) && phase_ != Phase::Using)
-        Input::click(*window.findChildren<QPushButton*>().last());
+        Input::click(Hands::part(window, u"clear"_qs));
     else if (phase_ != Phase::Using || dialog || chance_.oneIn(6))
         window.close();
     else if (rename && chance_.oneIn(6))

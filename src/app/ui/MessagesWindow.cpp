@@ -58,6 +58,7 @@ MessagesWindow::MessagesWindow(FailureLog& log, QWidget* parent)
     buttons->setFocusPolicy(Qt::NoFocus);
     auto* copy = buttons->addButton(tr("&Copy All"), QDialogButtonBox::ActionRole);
     auto* clear = buttons->addButton(tr("C&lear"), QDialogButtonBox::ActionRole);
+    clear->setObjectName(QStringLiteral("clear"));
     // Return closes the window, wherever the focus is.
     buttons->addButton(QDialogButtonBox::Close)->setDefault(true);
     connect(copy, &QPushButton::clicked, this, &MessagesWindow::copyAll);

@@ -3,7 +3,7 @@
 #include "app/ui/Icons.h"
 
 #include <QAction>
-#include <QShortcut>
+#include <QKeyEvent>
 #include <QToolButton>
 
 SearchField::SearchField(QWidget* parent) : ArrowCaptureTextField(parent)
@@ -14,8 +14,6 @@ SearchField::SearchField(QWidget* parent) : ArrowCaptureTextField(parent)
     setClearButtonEnabled(true);
     findChild<QToolButton*>()->setAccessibleName(tr("Clear"));
     addAction(Icons::symbol(QStringLiteral("search")), QLineEdit::LeadingPosition)->setText(tr("Search"));
-    for (const auto key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter})
-        addLeavingKey(key);
 }
 
 void SearchField::begin()
@@ -24,13 +22,14 @@ void SearchField::begin()
     selectAll();
 }
 
-void SearchField::addLeavingKey(Qt::Key key)
+void SearchField::keyPressEvent(QKeyEvent* event)
 {
-    auto* shortcut = new QShortcut(key, this);
-    shortcut->setContext(Qt::WidgetShortcut);
-    connect(shortcut, &QShortcut::activated, this, [this, key] {
-        if (key == Qt::Key_Escape)
-            clear();
-        emit left();
-    });
+    const bool isEscape = event->key() == Qt::Key_Escape;
+    if (!isEscape && event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        ArrowCaptureTextField::keyPressEvent(event);
+        return;
+    }
+    if (isEscape)
+        clear();
+    emit left();
 }

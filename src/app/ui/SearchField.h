@@ -16,6 +16,6 @@ signals:
     /// The keyboard is to go to the list.
     void left();
 
-private:
-    void addLeavingKey(Qt::Key key);
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 };
