@@ -140,6 +140,13 @@ QModelIndex QuickLookTableView::moveCursor(CursorAction action, Qt::KeyboardModi
     return QTableView::moveCursor(action, modifiers);
 }
 
+void QuickLookTableView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTableView::currentChanged(current, previous);
+    // Of the two rows whose marks change, the base class paints one cell each.
+    viewport()->update();
+}
+
 void QuickLookTableView::startDrag(Qt::DropActions)
 {
     const QList<int> rows = list_.selection().rows();
