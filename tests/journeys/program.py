@@ -101,7 +101,7 @@ class Program:
                                             stdout=said, stderr=said)
         self.root = Part(eventually(self._application, "the program in the tree"))
         self.window = eventually(lambda: next(self.root.children()), "its window")
-        eventually(lambda: self.window.has(STATES.ACTIVE), "an active window")
+        self.in_front()
         Part.scale = 1
         Part.scale = int(hands("getactivewindow", "getwindowgeometry", "--shell").split("WIDTH=")[1].split()[0]
                          ) / self.window.area[2]
@@ -133,10 +133,16 @@ class Program:
     def well(self):
         return next(part for part in self.window.below() if part.name == "Cover art")
 
+    def in_front(self):
+        """Waits until the keyboard is the main window's."""
+        self.dialog("Sonvika")
+
     def dialog(self, name):
-        """Another of its windows, once it has the keyboard."""
+        """One of its windows, once it has the keyboard: it knows of it, and the keys go there."""
         def shown():
-            return next(part for part in self.root.children() if part.name == name and part.has(STATES.ACTIVE))
+            part = next(part for part in self.root.children() if part.name == name and part.has(STATES.ACTIVE))
+            focused = hands("getwindowfocus", "getwindowname", check=False)
+            return part if focused and focused.startswith(name) else None
         return eventually(shown, f"the window {name}")
 
     def focus_well(self):
@@ -169,6 +175,7 @@ class Program:
             self.window.find(Atspi.Role.MENU_ITEM, name).click()
 
     def quit(self):
+        self.in_front()
         keys("ctrl+q")
         return self.ended()
 

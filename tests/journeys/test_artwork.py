@@ -7,7 +7,6 @@ import mutagen
 from desktop import clipboard, drag, eventually, keys, types
 from journey import DATA, Journey, contents, run
 from peer import source, target
-from program import STATES
 
 
 def art(path):
@@ -72,7 +71,7 @@ class Artwork(Journey):
         types(f"{self.home}/saved")
         keys("Return")
         eventually(lambda: [name for name in os.listdir(self.home) if name.startswith("saved.")])
-        eventually(lambda: self.program.window.has(STATES.ACTIVE))
+        self.program.in_front()
         self.program.focus_well()
         keys("Delete")
         self.expect_art(None, 0, 1)

@@ -15,7 +15,7 @@ class Editing(Journey):
         program.window.button("Open music files").click()
         program.dialog("Open Music Files")
         keys("Escape")
-        eventually(lambda: program.window.has(STATES.ACTIVE))
+        program.in_front()
         for name in ("Remove", "Rename…", "Preview"):
             self.assertFalse(program.window.button(name).has(STATES.ENABLED), name)
         self.assertFalse(program.window.field("Title").has(STATES.ENABLED))

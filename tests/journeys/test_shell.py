@@ -41,7 +41,7 @@ class Shell(Journey):
         position = window.find(Atspi.Role.SLIDER, "Position")
         eventually(lambda: position.value > 0, "sound that goes on")
         keys("Escape")
-        eventually(lambda: program.window.has(STATES.ACTIVE))
+        program.in_front()
         self.end(program)
 
     def test_a_second_start_hands_over(self):

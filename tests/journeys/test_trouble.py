@@ -47,7 +47,7 @@ class Trouble(Journey):
         keys("ctrl+comma")
         program.dialog("General").find(Atspi.Role.CHECK_BOX, "Show notifications").click()
         keys("Escape")
-        eventually(lambda: program.window.has(STATES.ACTIVE))
+        program.in_front()
         program.select(0)
         program.edit("Title", "Lost?")
         program.window.button("1 message")
