@@ -12,7 +12,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
-PATIENCE = float(os.environ.get("JOURNEYS_PATIENCE", "20"))
+PATIENCE = float(os.environ.get("JOURNEYS_PATIENCE", "60"))
 
 INTERFACES = """<node>
 <interface name="org.freedesktop.Notifications">
