@@ -1,6 +1,7 @@
 #include "app/LongWork.h"
 #include "app/FailureLog.h"
 #include "app/ui/MessagesWindow.h"
+#include "app/ui/StatusLine.h"
 #include "fakes/Desk.h"
 #include "support/Rows.h"
 
@@ -45,6 +46,27 @@ private slots:
         const auto last = advanced.last();
         QCOMPARE(last[2].toString(), u"/music/%1.mp3"_qs.arg(files - last[0].toLongLong()));
         QVERIFY(!statusText().contains(u"Stopped"));
+    }
+
+    void allOfTheStatusLineFitsInTheSmallestWindow()
+    {
+        FailureLog log;
+        desk_->window.attachFailures(log);
+        log.append({{}, u"Unsupported file type"_qs, {}});
+        auto* line = desk_->find<StatusLine>();
+        line->showUpdate(u"10.11.12"_qs, {});
+        desk_->window.resize(desk_->window.minimumSize());
+        const int height = line->height();
+        QStringList outside;
+        work([&](int) {
+            for (auto* part : line->findChildren<QWidget*>()) {
+                if (part->isVisible()
+                    && !desk_->window.rect().contains({part->mapTo(&desk_->window, QPoint()), part->size()}))
+                    outside.append(QLatin1String(part->metaObject()->className()));
+            }
+        });
+        QCOMPARE(outside, QStringList());
+        QCOMPARE(line->height(), height);
     }
 
     // what the user does meanwhile | the state before it has happened | the state when it has

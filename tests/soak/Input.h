@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QApplication>
 #include <QDropEvent>
-#include <QGuiApplication>
 #include <QMimeData>
 #include <QPointer>
 #include <QTest>
@@ -11,11 +11,13 @@
 /// Keys, mouse and drops on the way of the window system's own: to windows, past shortcuts and all.
 namespace Input {
 
-/// Goes to the window that has the focus.
+/// Goes to the window that has the focus; where none has it, to a menu that is open.
 inline void key(int code, Qt::KeyboardModifiers modifiers = {}, const QString& text = {})
 {
     for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        if (auto* window = QGuiApplication::focusWindow())
+        auto* popup = QApplication::activePopupWidget();
+        auto* focus = QGuiApplication::focusWindow();
+        if (auto* window = focus || !popup ? focus : popup->windowHandle())
             qt_handleKeyEvent(window, type, code, modifiers, text, false, 1);
     }
 }

@@ -25,7 +25,9 @@ StatusLine::StatusLine(ArrayController& list, QWidget* parent)
     : QStatusBar(parent), list_(list), text_(new QLabel(this))
 {
     text_->setIndent(indent);
-    addWidget(text_, 1);
+    // Where all is too much, its end goes rather than a button.
+    text_->setMinimumWidth(1);
+    addWidget(text_);
     passing_.setSingleShot(true);
     passing_.setInterval(passingLasts);
     passing_.callOnTimeout(this, &StatusLine::showCounts);
@@ -36,8 +38,11 @@ StatusLine::StatusLine(ArrayController& list, QWidget* parent)
 
 void StatusLine::attachWork(LongWork& work)
 {
-    // Next to the text, so that the room it keeps is not between the others and the edge.
-    insertPermanentWidget(1, new WorkBar(work, this));
+    // Next to the text: nothing that stands behind moves when it comes. It takes what the others leave.
+    auto* bar = new WorkBar(work, this);
+    insertPermanentWidget(1, bar, 1);
+    // Nor is the line higher with it.
+    setMinimumHeight(std::max(minimumSizeHint().height(), bar->sizeHint().height()));
     connect(&work, &LongWork::stopped, this, &StatusLine::showStopped);
 }
 

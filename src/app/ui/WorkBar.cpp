@@ -13,6 +13,7 @@ namespace {
 
 constexpr int fileWidth = 220;
 constexpr int barWidth = 160;
+constexpr int leastBarWidth = 60;
 
 } // namespace
 
@@ -22,19 +23,16 @@ WorkBar::WorkBar(LongWork& work, QWidget* parent)
 {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});
-    row->addWidget(file_, 1);
-    row->addWidget(bar_);
+    row->addWidget(file_, fileWidth);
+    row->addWidget(bar_, barWidth);
     row->addWidget(cancel_);
-    setFixedWidth(fileWidth + row->spacing() + barWidth + row->spacing() + cancel_->sizeHint().width());
+    setMaximumWidth(fileWidth + row->spacing() + barWidth + row->spacing() + cancel_->sizeHint().width());
     file_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    bar_->setFixedWidth(barWidth);
+    bar_->setMinimumWidth(leastBarWidth);
+    bar_->setMaximumWidth(barWidth);
     bar_->setAccessibleName(tr("Progress"));
     cancel_->setFocusPolicy(Qt::NoFocus);
     cancel_->setToolTip(tr("Stop after the file that is being worked on (Escape)"));
-    // The status line is as high without it, so that nothing moves when it comes.
-    QSizePolicy kept = sizePolicy();
-    kept.setRetainSizeWhenHidden(true);
-    setSizePolicy(kept);
     connect(cancel_, &QPushButton::clicked, &work, &LongWork::cancel);
     connect(&work, &LongWork::advanced, this, &WorkBar::showWork);
     connect(&work, &LongWork::ended, this, &QWidget::hide);

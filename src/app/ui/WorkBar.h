@@ -14,6 +14,9 @@ class WorkBar : public QWidget {
 public:
     explicit WorkBar(LongWork& work, QWidget* parent = nullptr);
 
+    /// The least that it needs: it is the first to give way.
+    QSize sizeHint() const override { return minimumSizeHint(); }
+
 private:
     void showWork(qsizetype done, qsizetype count, const QString& path);
     bool isCancelAt(const QWindow& window, const QPoint& place) const;
