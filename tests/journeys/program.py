@@ -181,12 +181,7 @@ class Program:
 
     def ended(self):
         """Waits for the program's end. @return its status"""
-        def over():
-            if self.process.poll() is None:
-                # On a busy machine Qt may leave a key lying in the queue until something else happens.
-                self.window.has(STATES.ACTIVE)
-            return self.process.poll() is not None
-        eventually(over, "the end of the program")
+        eventually(lambda: self.process.poll() is not None, "the end of the program")
         return self.process.returncode
 
     def kill(self):
