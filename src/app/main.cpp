@@ -129,9 +129,11 @@ void connectDesktop(Program& program, DBusApplication& onTheBus)
     });
     QObject::connect(&program.terminationSignals, &TerminationSignals::endWanted, window, [&program] {
         program.work.abandon();
-        // A panel that asks for access holds the work up.
-        if (auto* asking = QApplication::activeModalWidget())
-            asking->close();
+        // A panel that asks for access holds the work up, and so does what that panel asks.
+        while (auto* asking = QApplication::activeModalWidget()) {
+            if (!asking->close())
+                break;
+        }
         program.work.whenIdle([&program] {
             program.window.close();
             QCoreApplication::quit();

@@ -50,15 +50,24 @@ void QtAudioPlayer::load(const QString& path)
         emit failed(Problem::NoFile);
         return;
     }
-    const int descriptor = ::open(PathBytes::encode(path).constData(), O_RDONLY | O_CLOEXEC);
-    const bool isOpen = descriptor >= 0 && file_.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
-    if (!player_.isAvailable() || !isOpen) {
+    if (!player_.isAvailable() || !open(path)) {
         emit failed(Problem::NoDecoder);
         return;
     }
     if (!findDevice())
         emit failed(Problem::NoDevice);
     player_.setSourceDevice(&file_, PathBytes::toUrl(path));
+}
+
+bool QtAudioPlayer::open(const QString& path)
+{
+    const int descriptor = ::open(PathBytes::encode(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0)
+        return false;
+    const bool isOpen = file_.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    if (!isOpen)
+        ::close(descriptor);
+    return isOpen;
 }
 
 void QtAudioPlayer::play()

@@ -26,6 +26,7 @@ public:
 private:
     QtAudioPlayer();
 
+    bool open(const QString& path);
     void checkStatus(QMediaPlayer::MediaStatus status);
     /// Directs the sound to the desktop's present default device. @return false where there is none.
     bool findDevice();

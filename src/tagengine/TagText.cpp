@@ -11,7 +11,7 @@
 std::optional<QString> TaglibWrapper::stringFromWchar(const std::wstring& wide)
 {
     const bool isPlain =
-        std::all_of(wide.begin(), wide.end(), [](wchar_t code) { return code >= 0 && code < 0xd800; });
+        std::all_of(wide.begin(), wide.end(), [](wchar_t code) { return static_cast<char32_t>(code) < 0xd800; });
     if (isPlain) {
         QString text(static_cast<qsizetype>(wide.size()), Qt::Uninitialized);
         std::transform(wide.begin(), wide.end(), text.begin(),

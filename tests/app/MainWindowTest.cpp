@@ -101,6 +101,12 @@ private slots:
         QTRY_COMPARE(desk_->window.width(), 1300);
         QTRY_VERIFY(left() > 100);
         QVERIFY(header.length() < before);
+        desk_->table.setColumnWidth(RecordColumns::FileName, header.sectionSize(RecordColumns::FileName) + left());
+        desk_->table.setColumnWidth(RecordColumns::FileName, header.sectionSize(RecordColumns::FileName) + 70);
+        const int chosen = header.sectionSize(RecordColumns::FileName);
+        desk_->window.resize(1250, 500);
+        QTRY_COMPARE(desk_->window.width(), 1250);
+        QCOMPARE(header.sectionSize(RecordColumns::FileName), chosen);
     }
 
     void deleteKeyRemovesOnlyInTheTable()

@@ -3,7 +3,7 @@
 import itertools
 import subprocess
 
-from desktop import PATIENCE, Atspi, eventually, keys, pixel
+from desktop import PATIENCE, Atspi, drag, eventually, hands, keys, pixel
 from journey import ALBUM, Journey, tags
 from program import STATES
 
@@ -69,6 +69,16 @@ class Shell(Journey):
         eventually(lambda: background() < 200, "a dark list")
         self.services.prefer(2)
         eventually(lambda: background() > 600, "a light list")
+        program.quit()
+
+    def test_moved_by_its_background(self):
+        program = self.start()
+        place = lambda: hands("getactivewindow", "getwindowgeometry", "--shell").split()[1:3]
+        before = place()
+        status = next(part for part in program.window.below() if part.accessible.get_role() == Atspi.Role.STATUS_BAR)
+        x, y = status.middle
+        drag((x, y), (x + 80, y + 60))
+        eventually(lambda: place() != before, "the window at another place")
         program.quit()
 
     def test_plain(self):

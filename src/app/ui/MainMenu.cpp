@@ -88,7 +88,7 @@ void MainMenu::buildView()
     auto* columns = menu->addMenu(tr("&Columns"));
     connect(columns, &QMenu::aboutToShow, this, [this, columns] {
         columns->clear();
-        table_.columns().addActions(*columns);
+        table_.columns().fillMenu(*columns);
     });
     addSortMenu(*menu->addMenu(tr("&Sort By")));
 }

@@ -3,7 +3,6 @@
 #include <QMainWindow>
 #include <QPointer>
 
-#include <functional>
 #include <memory>
 
 class Actions;

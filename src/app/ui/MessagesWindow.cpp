@@ -59,7 +59,7 @@ MessagesWindow::MessagesWindow(FailureLog& log, QWidget* parent)
     auto* copy = buttons->addButton(tr("&Copy All"), QDialogButtonBox::ActionRole);
     auto* clear = buttons->addButton(tr("C&lear"), QDialogButtonBox::ActionRole);
     clear->setObjectName(QStringLiteral("clear"));
-    // Return closes the window, wherever the focus is.
+    // Return in the list closes the window.
     buttons->addButton(QDialogButtonBox::Close)->setDefault(true);
     connect(copy, &QPushButton::clicked, this, &MessagesWindow::copyAll);
     connect(clear, &QPushButton::clicked, &log, &FailureLog::clear);

@@ -25,7 +25,9 @@ void SearchField::begin()
 void SearchField::keyPressEvent(QKeyEvent* event)
 {
     const bool isEscape = event->key() == Qt::Key_Escape;
-    if (!isEscape && event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool isBare = !(event->modifiers() & ~Qt::KeypadModifier);
+    if (!isBare || (!isEscape && !isReturn)) {
         ArrowCaptureTextField::keyPressEvent(event);
         return;
     }

@@ -14,6 +14,8 @@
 #include <QToolButton>
 #include <QUrl>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int indent = 5;

@@ -22,6 +22,7 @@ namespace {
 /// The well's greatest height.
 constexpr int largestSide = 240;
 constexpr int smallestSide = 120;
+
 /// Lies over the art, which may still be fading.
 class Overlay : public QWidget {
 public:

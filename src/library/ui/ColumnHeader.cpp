@@ -3,6 +3,7 @@
 #include "library/RecordColumns.h"
 
 #include <QMenu>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <array>
@@ -44,9 +45,10 @@ ColumnHeader::ColumnHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent
     setContextMenuPolicy(Qt::CustomContextMenu);
     connect(this, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
         QMenu menu;
-        addActions(menu);
+        fillMenu(menu);
         menu.exec(mapToGlobal(position));
     });
+    connect(this, &QHeaderView::sectionResized, this, [this] { fill_ = fill_ && isFitting_; });
 }
 
 void ColumnHeader::layOut()
@@ -63,7 +65,7 @@ void ColumnHeader::restore(const QByteArray& state)
     isLaidOut_ = restoreState(state);
 }
 
-void ColumnHeader::addActions(QMenu& menu)
+void ColumnHeader::fillMenu(QMenu& menu)
 {
     for (int column = RecordColumns::FileName + 1; column < RecordColumns::Count; ++column) {
         auto* action = menu.addAction(RecordColumns::heading(column));
@@ -93,5 +95,6 @@ void ColumnHeader::keepFitting(int roomBefore, int room)
         return;
     const int nameWidth = sectionSize(RecordColumns::FileName);
     const int fitting = nameWidth + room - length();
+    const QScopedValueRollback byItself(isFitting_, true);
     resizeSection(RecordColumns::FileName, std::max(fitting, std::min(nameWidth, leastNameWidth)));
 }

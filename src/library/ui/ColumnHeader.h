@@ -17,17 +17,18 @@ public:
     /// Takes what saveState has given, unless that is damaged or empty.
     void restore(const QByteArray& state);
     /// One checkable entry for each column that may be hidden.
-    void addActions(QMenu& menu);
+    void fillMenu(QMenu& menu);
     /// The list is in the order of no column.
     void clearSortMark();
 
-    /// The list is shown with so much room, in pixels.
+    /// The list is shown with so much room, in pixels. The columns take all of it if nothing has been restored.
     void fit(int room);
     /// The room has changed.
     void keepFitting(int roomBefore, int room);
 
 private:
     bool isLaidOut_ = false;
-    /// Whether the columns are together as wide as the list.
+    /// Whether the columns are together as wide as the list, or would be if they could be as narrow as that.
     bool fill_ = false;
+    bool isFitting_ = false;
 };

@@ -4,6 +4,7 @@
 #include "library/ui/GenreBox.h"
 #include "library/ui/TagField.h"
 #include "model/NumberText.h"
+#include "platform/ui/FieldLabel.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -13,9 +14,6 @@
 #include <QStyle>
 
 namespace {
-
-/// An underlined letter may stand farther from the next one than the width of the label allows for.
-constexpr int mnemonicRoom = 2;
 
 QString withoutMnemonic(QString label)
 {
@@ -148,11 +146,8 @@ void EditorPane::addCompilation()
 
 void EditorPane::addRow(const QString& label, QWidget* buddy, QWidget* contents)
 {
-    auto* text = new QLabel(label, form_);
-    text->setBuddy(buddy);
     const int row = grid_->rowCount();
-    text->setContentsMargins(0, 0, mnemonicRoom, 0);
-    grid_->addWidget(text, row, 0, Qt::AlignRight | Qt::AlignVCenter);
+    grid_->addWidget(FieldLabel::make(label, buddy), row, 0, Qt::AlignRight | Qt::AlignVCenter);
     grid_->addWidget(contents, row, 1);
 }
 

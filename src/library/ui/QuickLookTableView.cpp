@@ -121,12 +121,12 @@ void QuickLookTableView::keyPressEvent(QKeyEvent* event)
     const bool space = event->key() == Qt::Key_Space;
     if (space && !event->isAutoRepeat())
         emit quickLookWanted();
-    // What is current without being selected, the step to it would leave so.
-    if (isStep(*event) && !list_.selection().hasSelection())
-        list_.selection().setCurrentIndex({}, QItemSelectionModel::NoUpdate);
     // Space alone would select the current row as well; with Control it picks single rows, as in any list.
     if (!space || event->modifiers().testFlag(Qt::ControlModifier))
         QTableView::keyPressEvent(event);
+    // What was current already, the step to it leaves as it is.
+    if (isStep(*event) && !list_.selection().hasSelection())
+        list_.selection().select(currentIndex(), QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
 QModelIndex QuickLookTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
@@ -254,12 +254,15 @@ void QuickLookTableView::paintFocus(QPainter& painter) const
         return;
     }
     const QItemSelection row(current.siblingAtColumn(0), current.siblingAtColumn(RecordColumns::Count - 1));
+    const QRegion shown = visualRegionForSelection(row);
+    if (shown.isEmpty())
+        return;
     const bool isSelected = list_.selection().isSelected(current);
     QColor colour = palette().color(isSelected ? QPalette::HighlightedText : QPalette::Highlight);
     if (isSelected)
         colour.setAlpha(focusOpacity);
     painter.setPen(colour);
-    painter.drawRect(visualRegionForSelection(row).boundingRect().adjusted(1, 1, -2, -2));
+    painter.drawRect(shown.boundingRect().adjusted(1, 1, -2, -2));
 }
 
 void QuickLookTableView::resizeEvent(QResizeEvent* event)

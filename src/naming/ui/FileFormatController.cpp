@@ -7,6 +7,7 @@
 #include "naming/ui/TokenChip.h"
 #include "naming/ui/TokenField.h"
 #include "platform/ui/DesktopWindow.h"
+#include "platform/ui/FieldLabel.h"
 #include "platform/ui/NameDelegate.h"
 
 #include <QCheckBox>
@@ -25,17 +26,14 @@ constexpr QSize leastSize(560, 380);
 constexpr int margin = 20;
 constexpr int leastColumnWidth = 120;
 constexpr int summarySpace = 12;
-/// An underlined letter may stand farther from the next one than the width of the label allows for.
-constexpr int mnemonicRoom = 2;
 constexpr int planDelay = 60;
 constexpr int paletteWidth = 5;
 
 /// @param textTop where the text beside it begins, so that both stand on one line.
 void addLabel(QGridLayout& grid, const QString& text, QWidget* buddy, qreal textTop)
 {
-    auto* label = new QLabel(text);
-    label->setBuddy(buddy);
-    label->setContentsMargins(0, qRound(textTop), mnemonicRoom, 0);
+    auto* label = FieldLabel::make(text, buddy);
+    label->setContentsMargins(label->contentsMargins() + QMargins(0, qRound(textTop), 0, 0));
     grid.addWidget(label, grid.rowCount(), 0, Qt::AlignRight | Qt::AlignTop);
 }
 

@@ -27,7 +27,6 @@ public:
 signals:
     void renameWanted(const QStringList& format);
 
-protected:
 private:
     void buildFormat(QGridLayout& grid);
     QWidget* buildPalette(const QStringList& tokens);

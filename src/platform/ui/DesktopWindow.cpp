@@ -4,6 +4,8 @@
 #include <QWidget>
 #include <QWindow>
 
+#include <utility>
+
 namespace {
 
 class BackgroundMover : public QObject {
@@ -12,19 +14,25 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        const bool isPress = event->type() == QEvent::MouseButtonPress;
-        return isPress && moves(*qobject_cast<QWidget*>(watched), *static_cast<QMouseEvent*>(event));
+        const auto& window = *qobject_cast<QWidget*>(watched);
+        if (event->type() == QEvent::MouseButtonPress)
+            isHeld_ = isOnBackground(window, *static_cast<QMouseEvent*>(event));
+        else if (event->type() == QEvent::MouseButtonRelease)
+            isHeld_ = false;
+        // With the press alone, one that is told of late could begin a move when the button is up again.
+        return event->type() == QEvent::MouseMove && std::exchange(isHeld_, false) && window.windowHandle()
+               && window.windowHandle()->startSystemMove();
     }
 
 private:
-    static bool moves(const QWidget& window, const QMouseEvent& press)
+    static bool isOnBackground(const QWidget& window, const QMouseEvent& press)
     {
         // What is disabled only lets the press through.
         const QWidget* pressed = window.childAt(press.position().toPoint());
-        const bool isBackground = !pressed || pressed->isEnabled();
-        return isBackground && press.button() == Qt::LeftButton && window.windowHandle()
-               && window.windowHandle()->startSystemMove();
+        return press.button() == Qt::LeftButton && (!pressed || pressed->isEnabled());
     }
+
+    bool isHeld_ = false;
 };
 
 } // namespace

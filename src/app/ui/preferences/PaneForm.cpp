@@ -1,5 +1,7 @@
 #include "app/ui/preferences/PaneForm.h"
 
+#include "platform/ui/FieldLabel.h"
+
 #include <QLabel>
 
 #include <utility>
@@ -8,8 +10,6 @@ namespace {
 
 constexpr int margin = 20;
 constexpr int labelWidth = 140;
-/// An underlined letter may stand farther from the next one than the width of the label allows for.
-constexpr int mnemonicRoom = 2;
 constexpr int spaceBetweenGroups = 8;
 constexpr qreal noteScale = 0.9;
 
@@ -36,10 +36,7 @@ void PaneForm::addRow(const QString& label, QWidget* control)
 
 void PaneForm::addLabel(const QString& text, QWidget* control, int row)
 {
-    auto* label = new QLabel(text);
-    label->setBuddy(control);
-    label->setContentsMargins(0, 0, mnemonicRoom, 0);
-    grid_.addWidget(label, row, 0, Qt::AlignRight | Qt::AlignVCenter);
+    grid_.addWidget(FieldLabel::make(text, control), row, 0, Qt::AlignRight | Qt::AlignVCenter);
 }
 
 QLabel* PaneForm::addNote(const QString& text)
