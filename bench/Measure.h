@@ -31,7 +31,7 @@ struct Comparison {
     double ratio() const { return own / bare; }
 };
 
-/// Measures two ways in turns, each first as often as the other, so that both meet whatever else the machine does.
+/// Measures two ways in turns, each of them first every other time, so that both meet whatever else the machine does.
 /// @param bare,own do the work and return the milliseconds. @return the medians.
 template <class Bare, class Own>
 Comparison compare(int runs, Bare bare, Own own)

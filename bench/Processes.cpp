@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
+#include <stdexcept>
 #include <vector>
 
 #include <malloc.h>
@@ -56,7 +57,10 @@ double startTime(const QString& program, const QStringList& arguments)
     const auto start = std::chrono::steady_clock::now().time_since_epoch().count();
     process.start(program, arguments);
     process.waitForFinished(-1);
-    return static_cast<double>(process.readAllStandardOutput().trimmed().toLongLong() - start) / 1e6;
+    const auto painted = process.readAllStandardOutput().trimmed().toLongLong();
+    if (painted == 0)
+        throw std::runtime_error("a window was not painted");
+    return static_cast<double>(painted - start) / 1e6;
 }
 
 } // namespace

@@ -19,7 +19,12 @@ private slots:
         updater_ = std::make_unique<Updater>(*defaults_, fetcher_, feedAddress_);
         QCoreApplication::setApplicationVersion(u"1.2.0"_qs);
     }
-    void cleanup() { updater_.reset(); }
+    void cleanup()
+    {
+        updater_.reset();
+        // Writes what is left to be written.
+        defaults_.reset();
+    }
 
     // the feed, with ' for " and P for a page that will do | the version that is told | its own unless 1.2.0
     void readsFeeds_data()

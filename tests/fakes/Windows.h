@@ -37,6 +37,17 @@ public:
 
     QWidget& open(const QString& name)
     {
+        auto& window = prepare(name);
+        // What has changed is laid out again.
+        QCoreApplication::processEvents();
+        return window;
+    }
+
+    Desk& desk() { return desk_; }
+
+private:
+    QWidget& prepare(const QString& name)
+    {
         const auto pane = QStringList{u"general"_qs, u"updates"_qs, u"about"_qs}.indexOf(name);
         if (pane >= 0)
             return openPreferences(static_cast<int>(pane));
@@ -57,10 +68,6 @@ public:
         }
         return desk_.window;
     }
-
-    Desk& desk() { return desk_; }
-
-private:
     static void appear(QWidget& window)
     {
         window.show();

@@ -1,8 +1,8 @@
 """The desktop that the program is started on: what it finds on the session bus, the window manager, the user's hands."""
 
+import atexit
 import contextlib
 import os
-import signal
 import subprocess
 import threading
 import time
@@ -40,13 +40,23 @@ PLACES = {
 }
 
 
+# The programs that are not to end by themselves.
+running = []
+
+
 def eventually(condition, what="", patience=PATIENCE):
-    """What the condition gives as soon as that is true. The program's tree may change while it is being read."""
+    """What the condition gives as soon as that is true.
+
+    The program's tree may change while it is being read: what has gone raises errors, or has no interfaces.
+    """
     deadline = time.monotonic() + patience
     while True:
-        with contextlib.suppress(GLib.Error, StopIteration):
+        with contextlib.suppress(GLib.Error, StopIteration, AttributeError):
             if found := condition():
                 return found
+        for program in running:
+            if program.process.poll() is not None:
+                raise RuntimeError(f"A program ended with {program.process.returncode}: {program.said}")
         if time.monotonic() > deadline:
             picture()
             raise AssertionError(f"In vain for {patience:.0f} s: {what or condition}")
@@ -83,7 +93,6 @@ class Services:
             place, name = PLACES[interface.name]
             self._bus.register_object(place, interface, self._answer, None, None)
             Gio.bus_own_name_on_connection(self._bus, name, Gio.BusNameOwnerFlags.NONE, None, None)
-        GLib.idle_add(self._ready.set)
         source = GLib.idle_source_new()
         source.set_callback(lambda *_: self._ready.set())
         source.attach(context)
@@ -109,12 +118,10 @@ class Desktop:
     """One for all journeys, so that each pays for its program only."""
 
     def __init__(self):
-        self._running = [
-            self._start_display(),
-            self._start("openbox"),
-            self._start("pulseaudio", "-n", "--use-pid-file=no", "--exit-idle-time=-1",
-                        "--load=module-null-sink", "--load=module-native-protocol-unix"),
-        ]
+        self._start_display()
+        start("openbox")
+        start("pulseaudio", "-n", "--use-pid-file=no", "--exit-idle-time=-1",
+              "--load=module-null-sink", "--load=module-native-protocol-unix")
         self.services = Services()
         Atspi.init()
         Atspi.set_timeout(int(PATIENCE * 1000), int(PATIENCE * 1000))
@@ -122,24 +129,28 @@ class Desktop:
         Atspi.get_desktop(0).set_cache_mask(Atspi.Cache.NONE)
         eventually(lambda: hands("get_num_desktops", check=False) is not None, "a window manager")
 
-    def end(self):
-        for process in reversed(self._running):
-            process.send_signal(signal.SIGTERM)
-            process.wait(PATIENCE)
-
     @staticmethod
-    def _start(*command, **how):
-        with open(f"{os.environ['JOURNEYS_SCRATCH']}/{command[0]}.log", "wb") as log:
-            return subprocess.Popen(command, stdout=log, stderr=log, **how)
-
-    def _start_display(self):
+    def _start_display():
         reading, writing = os.pipe()
-        server = self._start("Xvfb", "-screen", "0", "3200x2000x24", "-noreset", "-nolisten", "tcp", "-displayfd", str(writing),
-                             pass_fds=[writing])
+        start("Xvfb", "-screen", "0", "3200x2000x24", "-noreset", "-nolisten", "tcp", "-displayfd", str(writing),
+              pass_fds=[writing])
         os.close(writing)
         with open(reading, encoding="ascii") as number:
             os.environ["DISPLAY"] = ":" + number.readline().strip()
-        return server
+
+
+def start(*command, **how):
+    """Another program of the desktop, until the journeys end. @return its process, and the file that it writes to"""
+    said = f"{os.environ['JOURNEYS_SCRATCH']}/{os.path.basename(command[0])}.log"
+    with open(said, "wb") as log:
+        process = subprocess.Popen(command, stdout=log, stderr=log, **how)
+    atexit.register(end, process)
+    return process, said
+
+
+def end(process):
+    process.terminate()
+    process.wait(PATIENCE)
 
 
 def hands(*actions, check=True):

@@ -1,9 +1,8 @@
 """Another program at the other end of a drag."""
 
 import os
-import subprocess
 
-from desktop import PATIENCE, eventually
+from desktop import end, eventually, start
 
 # Beside the program's window, which stands in the middle of the screen.
 PLACE = (2400, 900)
@@ -11,9 +10,7 @@ PLACE = (2400, 900)
 
 class Peer:
     def __init__(self, *arguments):
-        self._said = f"{os.environ['JOURNEYS_SCRATCH']}/peer"
-        with open(self._said, "wb") as said:
-            self._process = subprocess.Popen([os.environ["JOURNEYS_PEER"], *arguments], stdout=said)
+        self._process, self._said = start(os.environ["JOURNEYS_PEER"], *arguments)
         self.middle = (PLACE[0] + 100, PLACE[1] + 100)
 
     def __enter__(self):
@@ -21,8 +18,7 @@ class Peer:
         return self
 
     def __exit__(self, *_):
-        self._process.kill()
-        self._process.wait(PATIENCE)
+        end(self._process)
 
     def expect(self, line):
         def said():

@@ -1,10 +1,9 @@
 """The program, as assistive technology sees it."""
 
 import os
-import signal
 import subprocess
 
-from desktop import PATIENCE, Atspi, click, eventually, hands, keys, types
+from desktop import PATIENCE, Atspi, click, eventually, hands, keys, running, types
 
 STATES = Atspi.StateType
 
@@ -43,9 +42,6 @@ class Part:
 
     def has(self, state):
         return self.accessible.get_state_set().contains(state)
-
-    def act(self, action=0):
-        self.accessible.get_action_iface().do_action(action)
 
     def click(self, *modifiers, **how):
         click(self.middle, *modifiers, **how)
@@ -99,16 +95,15 @@ class Program:
         with open(self._said, "ab") as said:
             self.process = subprocess.Popen([*wrapper, os.environ["JOURNEYS_PROGRAM"], *files], env=self.environment,
                                             stdout=said, stderr=said)
+        running.append(self)
         self.root = Part(eventually(self._application, "the program in the tree"))
         self.window = eventually(lambda: next(self.root.children()), "its window")
         self.in_front()
         Part.scale = 1
-        Part.scale = int(hands("getactivewindow", "getwindowgeometry", "--shell").split("WIDTH=")[1].split()[0]
+        Part.scale = int(hands("getwindowfocus", "getwindowgeometry", "--shell").split("WIDTH=")[1].split()[0]
                          ) / self.window.area[2]
 
     def _application(self):
-        if self.process.poll() is not None:
-            raise AssertionError(f"The program ended: {self.said}")
         desktop = Atspi.get_desktop(0)
         for index in range(desktop.get_child_count()):
             application = desktop.get_child_at_index(index)
@@ -175,15 +170,14 @@ class Program:
             self.window.find(Atspi.Role.MENU_ITEM, name).click()
 
     def quit(self):
+        """Leaves the program, which says that all went well."""
         self.in_front()
         keys("ctrl+q")
-        return self.ended()
-
-    def ended(self):
-        """Waits for the program's end. @return its status"""
+        running.remove(self)
         eventually(lambda: self.process.poll() is not None, "the end of the program")
-        return self.process.returncode
+        assert self.process.returncode == 0, self.said
 
     def kill(self):
-        self.process.send_signal(signal.SIGKILL)
+        running.remove(self)
+        self.process.kill()
         self.process.wait(PATIENCE)

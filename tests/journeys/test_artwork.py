@@ -1,11 +1,13 @@
 """Cover art on its ways in and out."""
 
+import glob
 import os
+import subprocess
 
 import mutagen
 
 from desktop import clipboard, drag, eventually, keys, types
-from journey import DATA, Journey, contents, run
+from journey import DATA, Journey, contents
 from peer import source, target
 
 
@@ -17,13 +19,22 @@ def art(path):
 
 
 def size(picture):
-    return run("ffprobe", "-v", "error", "-show_entries", "stream=width,height", "-of", "csv", picture)
+    """None while it is no picture yet."""
+    found = subprocess.run(["ffprobe", "-v", "error", "-show_entries", "stream=width,height", "-of", "csv", picture],
+                           check=False, capture_output=True, text=True)
+    return found.stdout if found.returncode == 0 else None
 
 
 class Artwork(Journey):
     def setUp(self):
         super().setUp()
         self.program = self.with_album()
+
+    def size_of_art(self, index):
+        picture = f"{self.home}/picture"
+        with open(picture, "wb") as file:
+            file.write(art(self.files[index]))
+        return size(picture)
 
     def expect_art(self, expected, *indices):
         for index in indices:
@@ -49,9 +60,8 @@ class Artwork(Journey):
 
     def test_dragged_out(self):
         self.program.select(0)
-        shown = f"{self.home}/shown"
-        with open(shown, "wb") as file:
-            file.write(art(self.files[0]))
+        # It can be dragged when it has been decoded.
+        eventually(lambda: "pixels" in self.program.well.accessible.get_description())
         received = f"{self.home}/received"
         os.mkdir(received)
         with target(received) as folder:
@@ -59,7 +69,7 @@ class Artwork(Journey):
             folder.expect("copied")
         (name,) = os.listdir(received)
         self.assertEqual("Low Tide", name.rpartition(".")[0])
-        self.assertEqual(size(f"{received}/{name}"), size(shown))
+        self.assertEqual(size(f"{received}/{name}"), self.size_of_art(0))
         self.end(self.program)
 
     def test_saved_and_deleted(self):
@@ -70,7 +80,8 @@ class Artwork(Journey):
         keys("ctrl+a")
         types(f"{self.home}/saved")
         keys("Return")
-        eventually(lambda: [name for name in os.listdir(self.home) if name.startswith("saved.")])
+        saved = eventually(lambda: next(file for file in glob.glob(f"{self.home}/saved.*") if size(file)))
+        self.assertEqual(size(saved), self.size_of_art(0))
         self.program.in_front()
         self.program.focus_well()
         keys("Delete")

@@ -47,6 +47,12 @@ private slots:
         defaults_ = std::make_unique<UserDefaults>(folder_->path(u"settings.ini"_qs));
         store_ = std::make_unique<BookmarksManager>(*defaults_);
     }
+    void cleanup()
+    {
+        store_.reset();
+        // Writes what is left to be written.
+        defaults_.reset();
+    }
 
     // stored paths | asked for | found
     void nearestEnclosingFolderCovers_data()

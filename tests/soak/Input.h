@@ -33,14 +33,15 @@ inline void mouse(QWidget& widget, const QPoint& place, QEvent::Type type, Qt::M
                   Qt::KeyboardModifiers modifiers = {})
 {
     // So far apart that no two clicks make a double click.
-    static int time = 0;
+    static unsigned int time = 0;
     time += 1000;
     auto* window = widget.window()->windowHandle();
     const QPoint local = widget.mapTo(widget.window(), place);
     const auto held = type == QEvent::MouseButtonRelease ? Qt::NoButton : button;
     const auto changed = type == QEvent::MouseMove ? Qt::NoButton : button;
     if (window)
-        qt_handleMouseEvent(window, local, window->mapToGlobal(local), held, changed, type, modifiers, time);
+        qt_handleMouseEvent(window, local, window->mapToGlobal(local), held, changed, type, modifiers,
+                            static_cast<int>(time));
 }
 
 inline void click(QWidget& widget, const QPoint& place, Qt::MouseButton button = Qt::LeftButton,

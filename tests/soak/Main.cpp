@@ -8,6 +8,8 @@
 
 #include <QCommandLineParser>
 #include <QDir>
+#include <QProcess>
+#include <QStorageInfo>
 #include <QTemporaryDir>
 
 #include <filesystem>
@@ -33,6 +35,7 @@ namespace {
 
 /// Growth beyond this in the later half, from each rest to the next, is more than caches that fill.
 constexpr qint64 steadyGrowth = 4'000'000;
+constexpr qint64 enough = 2'000'000'000;
 
 /// What the platform without a display says of itself is left out.
 void printMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
@@ -60,10 +63,9 @@ void becomeUser(const QString& folder)
         QFile::copy(QStringLiteral(SOURCE_DIR "/tests/data/") + name, folder + u"/pictures/"_qs + name);
 }
 
-/// @return its exit status.
-int filesProgram(const QString& arguments)
+bool filesProgram(const QStringList& arguments)
 {
-    return std::system(qPrintable(QStringLiteral("PATH=/usr/bin:/bin " SOURCE_DIR "/tests/soak/files ") + arguments));
+    return QProcess::execute(QStringLiteral(SOURCE_DIR "/tests/soak/files"), arguments) == 0;
 }
 
 bool growsSteadily(const std::vector<qint64>& memory)
@@ -76,7 +78,7 @@ bool growsSteadily(const std::vector<qint64>& memory)
 bool isSound(const QString& folder, const QStringList& arguments)
 {
     becomeUser(folder);
-    if (filesProgram(QStringLiteral("make %1 %2 %3").arg(folder, arguments[1], arguments[2])) != 0)
+    if (!filesProgram({u"make"_qs, folder, arguments[1], arguments[2]}))
         qFatal("The files can't be made");
     RandomUser user(arguments[2].toUInt(), arguments[0].toInt(), folder);
     QMetaObject::invokeMethod(&user, &RandomUser::act, Qt::QueuedConnection);
@@ -88,7 +90,7 @@ bool isSound(const QString& folder, const QStringList& arguments)
     std::printf("The program ended with %d; the memory in use %s\n", status, grows ? "GROWS" : "does not grow");
     user.writeRecords();
     std::fflush(stdout);
-    return filesProgram(u"check "_qs + folder) == 0 && status == 0 && !grows;
+    return filesProgram({u"check"_qs, folder}) && status == 0 && !grows;
 }
 
 } // namespace
@@ -106,16 +108,19 @@ int main(int argc, char* argv[])
     // What the program says on its output is not of interest.
     std::cout.rdbuf(nullptr);
     qInstallMessageHandler(printMessage);
-    // In memory where that can be: a save flushes what it writes.
-    const QString memory = u"/dev/shm"_qs;
-    QTemporaryDir folder((QDir(memory).exists() ? memory : QDir::tempPath()) + u"/sonvika-soak-XXXXXX"_qs);
+    // In memory where there is enough: a save flushes what it writes.
+    const QStorageInfo memory(u"/dev/shm"_qs);
+    const bool isEnough = memory.isValid() && !memory.isReadOnly() && memory.bytesAvailable() > enough;
+    QTemporaryDir folder((isEnough ? memory.rootPath() : QDir::tempPath()) + u"/sonvika-soak-XXXXXX"_qs);
+    if (!folder.isValid())
+        qFatal("There is no folder: %s", qPrintable(folder.errorString()));
+    std::printf("The files are in %s\n", qPrintable(folder.path()));
+    std::fflush(stdout);
     const bool good =
         isSound(folder.path(), {parser.value(u"seconds"_qs), parser.value(u"files"_qs), parser.value(u"seed"_qs)});
     // Qt can't remove what has a name that is no UTF-8.
     folder.setAutoRemove(false);
     if (good)
         std::filesystem::remove_all(folder.path().toStdString());
-    else
-        std::printf("What is left is in %s\n", qPrintable(folder.path()));
     return good ? 0 : 1;
 }
