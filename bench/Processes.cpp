@@ -5,7 +5,6 @@
 #include "app/Translations.h"
 #include "app/ui/Program.h"
 #include "platform/DBusApplication.h"
-#include "platform/FontConfiguration.h"
 #include "platform/SessionBus.h"
 #include "tagengine/TaglibWrapper.h"
 
@@ -117,13 +116,11 @@ void Parts::start()
 void Parts::startChild(int argc, char* argv[])
 {
     SessionBus::abandonUnlessItAnswers();
-    const auto fonts = FontConfiguration::readAhead();
     const QApplication application(argc, argv);
     Translations::install(QLocale::system());
     DBusApplication onTheBus;
     onTheBus.claim();
     TaglibWrapper::recoverInterruptedChanges();
-    fonts.wait();
     Program program;
     program.panels.setParentWindow(&program.window);
     program.window.attachPreview(program.preview);

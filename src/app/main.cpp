@@ -3,7 +3,6 @@
 #include "app/ui/Program.h"
 #include "artwork/ui/AlbumArtView.h"
 #include "platform/DBusApplication.h"
-#include "platform/FontConfiguration.h"
 #include "platform/PathBytes.h"
 #include "platform/SessionBus.h"
 #include "platform/StandardStreams.h"
@@ -155,7 +154,6 @@ int main(int argc, char* argv[])
 {
     SessionBus::abandonUnlessItAnswers();
     StandardStreams::occupy();
-    const auto fonts = FontConfiguration::readAhead();
     const QApplication application(argc, argv);
     // Those of Qt itself are gone by now.
     QStringList arguments;
@@ -170,7 +168,6 @@ int main(int argc, char* argv[])
         return 0;
 
     TaglibWrapper::recoverInterruptedChanges();
-    fonts.wait();
     Program program;
     program.panels.setParentWindow(&program.window);
     connectWindows(program);
