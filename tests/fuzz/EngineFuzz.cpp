@@ -49,9 +49,7 @@ void checkWriters(const QString& path, const QString& type, const QByteArray& in
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     constexpr const char* types[]{"mp3", "m4a", "wav", "aiff"};
-    // In memory where there is room for it: a save flushes what it writes.
-    static const QTemporaryDir scratch((QDir(u"/dev/shm"_qs).exists() ? u"/dev/shm"_qs : QDir::tempPath())
-                                       + u"/sonvika-fuzz-XXXXXX"_qs);
+    static const QTemporaryDir scratch(ScratchFolder::quickPlace() + u"/sonvika-fuzz-XXXXXX"_qs);
     qputenv("XDG_STATE_HOME", QFile::encodeName(scratch.path()));
     std::cout.rdbuf(nullptr);
     std::cerr.rdbuf(nullptr);

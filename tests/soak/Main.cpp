@@ -5,11 +5,11 @@
 
 #include "platform/PathBytes.h"
 #include "soak/RandomUser.h"
+#include "support/ScratchFolder.h"
 
 #include <QCommandLineParser>
 #include <QDir>
 #include <QProcess>
-#include <QStorageInfo>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -115,10 +115,7 @@ int main(int argc, char* argv[])
     // What the program says on its output is not of interest.
     std::cout.rdbuf(nullptr);
     qInstallMessageHandler(printMessage);
-    // In memory where there is enough: a save flushes what it writes.
-    const QStorageInfo memory(u"/dev/shm"_qs);
-    const bool isEnough = memory.isValid() && !memory.isReadOnly() && memory.bytesAvailable() > enough;
-    QTemporaryDir folder((isEnough ? memory.rootPath() : QDir::tempPath()) + u"/sonvika-soak-XXXXXX"_qs);
+    QTemporaryDir folder(ScratchFolder::quickPlace(enough) + u"/sonvika-soak-XXXXXX"_qs);
     if (!folder.isValid())
         qFatal("There is no folder: %s", qPrintable(folder.errorString()));
     std::printf("The files are in %s\n", qPrintable(folder.path()));
