@@ -25,11 +25,11 @@ private:
     {
         if (at < 0 || at > bytes_.size() - qsizetype(sizeof(Number)))
             return 0;
-        return bigEndian_ ? qFromBigEndian<Number>(bytes_.constData() + at)
-                          : qFromLittleEndian<Number>(bytes_.constData() + at);
+        const char* place = bytes_.data() + at;
+        return bigEndian_ ? qFromBigEndian<Number>(place) : qFromLittleEndian<Number>(place);
     }
 
-    const QByteArray& bytes_;
+    QByteArrayView bytes_;
     bool bigEndian_;
 };
 
