@@ -202,8 +202,8 @@ private:
     QPoint inWindow(const QPoint& inTable) const { return desk_->table.viewport()->mapTo(&desk_->window, inTable); }
     QPoint cancelPlace() const
     {
-        const auto& cancel = button(desk_->window, u"Cancel"_qs);
-        return cancel.mapTo(&desk_->window, cancel.rect().center());
+        const auto* cancel = &button(desk_->window, u"Cancel"_qs);
+        return cancel->mapTo(&desk_->window, cancel->rect().center());
     }
     static QPushButton& button(const QWidget& window, const QString& text)
     {
