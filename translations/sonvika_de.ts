@@ -189,6 +189,79 @@
     </message>
 </context>
 <context>
+    <name>Deed</name>
+    <message numerus="yes">
+        <source>%Ln files numbered</source>
+        <translation>
+            <numerusform>%Ln Datei nummeriert</numerusform>
+            <numerusform>%Ln Dateien nummeriert</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %Ln files numbered</source>
+        <translation>
+            <numerusform>%1 von %Ln Datei nummeriert</numerusform>
+            <numerusform>%1 von %Ln Dateien nummeriert</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Unsupported tags removed from %Ln files</source>
+        <translation>
+            <numerusform>Nicht unterstützte Tags aus %Ln Datei entfernt</numerusform>
+            <numerusform>Nicht unterstützte Tags aus %Ln Dateien entfernt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Unsupported tags removed from %1 of %Ln files</source>
+        <translation>
+            <numerusform>Nicht unterstützte Tags aus %1 von %Ln Datei entfernt</numerusform>
+            <numerusform>Nicht unterstützte Tags aus %1 von %Ln Dateien entfernt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Tags removed from %Ln files</source>
+        <translation>
+            <numerusform>Tags aus %Ln Datei entfernt</numerusform>
+            <numerusform>Tags aus %Ln Dateien entfernt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Tags removed from %1 of %Ln files</source>
+        <translation>
+            <numerusform>Tags aus %1 von %Ln Datei entfernt</numerusform>
+            <numerusform>Tags aus %1 von %Ln Dateien entfernt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Album art set in %Ln files</source>
+        <translation>
+            <numerusform>Cover in %Ln Datei gesetzt</numerusform>
+            <numerusform>Cover in %Ln Dateien gesetzt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Album art set in %1 of %Ln files</source>
+        <translation>
+            <numerusform>Cover in %1 von %Ln Datei gesetzt</numerusform>
+            <numerusform>Cover in %1 von %Ln Dateien gesetzt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Album art deleted in %Ln files</source>
+        <translation>
+            <numerusform>Cover in %Ln Datei gelöscht</numerusform>
+            <numerusform>Cover in %Ln Dateien gelöscht</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Album art deleted in %1 of %Ln files</source>
+        <translation>
+            <numerusform>Cover in %1 von %Ln Datei gelöscht</numerusform>
+            <numerusform>Cover in %1 von %Ln Dateien gelöscht</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>DropFolder</name>
     <message>
         <source>There is no folder to receive files in</source>
@@ -586,65 +659,6 @@
     </message>
 </context>
 <context>
-    <name>SearchField</name>
-    <message>
-        <source>Search</source>
-        <translation>Suchen</translation>
-    </message>
-    <message>
-        <source>Clear</source>
-        <translation>Leeren</translation>
-    </message>
-</context>
-<context>
-    <name>StatusLine</name>
-    <message>
-        <source>Version %1 is available</source>
-        <translation>Version %1 ist verfügbar</translation>
-    </message>
-    <message numerus="yes">
-        <source>%Ln files</source>
-        <translation>
-            <numerusform>%Ln Datei</numerusform>
-            <numerusform>%Ln Dateien</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%1 of %Ln files</source>
-        <comment>the files that match a search, of all</comment>
-        <translation>
-            <numerusform>%1 von %Ln Datei</numerusform>
-            <numerusform>%1 von %Ln Dateien</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%1, %Ln selected</source>
-        <comment>%1 tells the number of files</comment>
-        <translation>
-            <numerusform>%1, %Ln ausgewählt</numerusform>
-            <numerusform>%1, %Ln ausgewählt</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Stopped after %1 of %Ln files</source>
-        <translation>
-            <numerusform>Nach %1 von %Ln Datei angehalten</numerusform>
-            <numerusform>Nach %1 von %Ln Dateien angehalten</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Show what went wrong</source>
-        <translation>Zeigen, was fehlgeschlagen ist</translation>
-    </message>
-    <message numerus="yes">
-        <source>%Ln messages</source>
-        <translation>
-            <numerusform>%Ln Meldung</numerusform>
-            <numerusform>%Ln Meldungen</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
     <name>Messages</name>
     <message>
         <source>File already open</source>
@@ -943,10 +957,69 @@
     </message>
 </context>
 <context>
+    <name>SearchField</name>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+</context>
+<context>
     <name>SelectionSummary</name>
     <message>
         <source>Various</source>
         <translation>Verschiedene</translation>
+    </message>
+</context>
+<context>
+    <name>StatusLine</name>
+    <message>
+        <source>Version %1 is available</source>
+        <translation>Version %1 ist verfügbar</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln files</source>
+        <translation>
+            <numerusform>%Ln Datei</numerusform>
+            <numerusform>%Ln Dateien</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %Ln files</source>
+        <comment>the files that match a search, of all</comment>
+        <translation>
+            <numerusform>%1 von %Ln Datei</numerusform>
+            <numerusform>%1 von %Ln Dateien</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, %Ln selected</source>
+        <comment>%1 tells the number of files</comment>
+        <translation>
+            <numerusform>%1, %Ln ausgewählt</numerusform>
+            <numerusform>%1, %Ln ausgewählt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Stopped after %1 of %Ln files</source>
+        <translation>
+            <numerusform>Nach %1 von %Ln Datei angehalten</numerusform>
+            <numerusform>Nach %1 von %Ln Dateien angehalten</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Show what went wrong</source>
+        <translation>Zeigen, was fehlgeschlagen ist</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln messages</source>
+        <translation>
+            <numerusform>%Ln Meldung</numerusform>
+            <numerusform>%Ln Meldungen</numerusform>
+        </translation>
     </message>
 </context>
 <context>

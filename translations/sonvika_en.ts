@@ -2,6 +2,79 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en_GB">
 <context>
+    <name>Deed</name>
+    <message numerus="yes">
+        <source>%Ln files numbered</source>
+        <translation>
+            <numerusform>%Ln file numbered</numerusform>
+            <numerusform>%Ln files numbered</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %Ln files numbered</source>
+        <translation>
+            <numerusform>%1 of %Ln file numbered</numerusform>
+            <numerusform>%1 of %Ln files numbered</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Unsupported tags removed from %Ln files</source>
+        <translation>
+            <numerusform>Unsupported tags removed from %Ln file</numerusform>
+            <numerusform>Unsupported tags removed from %Ln files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Unsupported tags removed from %1 of %Ln files</source>
+        <translation>
+            <numerusform>Unsupported tags removed from %1 of %Ln file</numerusform>
+            <numerusform>Unsupported tags removed from %1 of %Ln files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Tags removed from %Ln files</source>
+        <translation>
+            <numerusform>Tags removed from %Ln file</numerusform>
+            <numerusform>Tags removed from %Ln files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Tags removed from %1 of %Ln files</source>
+        <translation>
+            <numerusform>Tags removed from %1 of %Ln file</numerusform>
+            <numerusform>Tags removed from %1 of %Ln files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Album art set in %Ln files</source>
+        <translation>
+            <numerusform>Album art set in %Ln file</numerusform>
+            <numerusform>Album art set in %Ln files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Album art set in %1 of %Ln files</source>
+        <translation>
+            <numerusform>Album art set in %1 of %Ln file</numerusform>
+            <numerusform>Album art set in %1 of %Ln files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Album art deleted in %Ln files</source>
+        <translation>
+            <numerusform>Album art deleted in %Ln file</numerusform>
+            <numerusform>Album art deleted in %Ln files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Album art deleted in %1 of %Ln files</source>
+        <translation>
+            <numerusform>Album art deleted in %1 of %Ln file</numerusform>
+            <numerusform>Album art deleted in %1 of %Ln files</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>FileFormatController</name>
     <message numerus="yes">
         <source>%Ln files will be renamed</source>

@@ -189,6 +189,79 @@
     </message>
 </context>
 <context>
+    <name>Deed</name>
+    <message numerus="yes">
+        <source>%Ln files numbered</source>
+        <translation>
+            <numerusform>%Ln fichier numéroté</numerusform>
+            <numerusform>%Ln fichiers numérotés</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %Ln files numbered</source>
+        <translation>
+            <numerusform>%1 sur %Ln fichier numéroté</numerusform>
+            <numerusform>%1 sur %Ln fichiers numérotés</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Unsupported tags removed from %Ln files</source>
+        <translation>
+            <numerusform>Étiquettes non prises en charge supprimées dans %Ln fichier</numerusform>
+            <numerusform>Étiquettes non prises en charge supprimées dans %Ln fichiers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Unsupported tags removed from %1 of %Ln files</source>
+        <translation>
+            <numerusform>Étiquettes non prises en charge supprimées dans %1 sur %Ln fichier</numerusform>
+            <numerusform>Étiquettes non prises en charge supprimées dans %1 sur %Ln fichiers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Tags removed from %Ln files</source>
+        <translation>
+            <numerusform>Étiquettes supprimées dans %Ln fichier</numerusform>
+            <numerusform>Étiquettes supprimées dans %Ln fichiers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Tags removed from %1 of %Ln files</source>
+        <translation>
+            <numerusform>Étiquettes supprimées dans %1 sur %Ln fichier</numerusform>
+            <numerusform>Étiquettes supprimées dans %1 sur %Ln fichiers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Album art set in %Ln files</source>
+        <translation>
+            <numerusform>Pochette enregistrée dans %Ln fichier</numerusform>
+            <numerusform>Pochette enregistrée dans %Ln fichiers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Album art set in %1 of %Ln files</source>
+        <translation>
+            <numerusform>Pochette enregistrée dans %1 sur %Ln fichier</numerusform>
+            <numerusform>Pochette enregistrée dans %1 sur %Ln fichiers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Album art deleted in %Ln files</source>
+        <translation>
+            <numerusform>Pochette supprimée dans %Ln fichier</numerusform>
+            <numerusform>Pochette supprimée dans %Ln fichiers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Album art deleted in %1 of %Ln files</source>
+        <translation>
+            <numerusform>Pochette supprimée dans %1 sur %Ln fichier</numerusform>
+            <numerusform>Pochette supprimée dans %1 sur %Ln fichiers</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>DropFolder</name>
     <message>
         <source>There is no folder to receive files in</source>
@@ -586,65 +659,6 @@
     </message>
 </context>
 <context>
-    <name>SearchField</name>
-    <message>
-        <source>Search</source>
-        <translation>Rechercher</translation>
-    </message>
-    <message>
-        <source>Clear</source>
-        <translation>Effacer</translation>
-    </message>
-</context>
-<context>
-    <name>StatusLine</name>
-    <message>
-        <source>Version %1 is available</source>
-        <translation>La version %1 est disponible</translation>
-    </message>
-    <message numerus="yes">
-        <source>%Ln files</source>
-        <translation>
-            <numerusform>%Ln fichier</numerusform>
-            <numerusform>%Ln fichiers</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%1 of %Ln files</source>
-        <comment>the files that match a search, of all</comment>
-        <translation>
-            <numerusform>%1 sur %Ln fichier</numerusform>
-            <numerusform>%1 sur %Ln fichiers</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%1, %Ln selected</source>
-        <comment>%1 tells the number of files</comment>
-        <translation>
-            <numerusform>%1, %Ln sélectionné</numerusform>
-            <numerusform>%1, %Ln sélectionnés</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Stopped after %1 of %Ln files</source>
-        <translation>
-            <numerusform>Arrêté après %1 fichier sur %Ln</numerusform>
-            <numerusform>Arrêté après %1 fichiers sur %Ln</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Show what went wrong</source>
-        <translation>Afficher ce qui a échoué</translation>
-    </message>
-    <message numerus="yes">
-        <source>%Ln messages</source>
-        <translation>
-            <numerusform>%Ln message</numerusform>
-            <numerusform>%Ln messages</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
     <name>Messages</name>
     <message>
         <source>File already open</source>
@@ -943,10 +957,69 @@
     </message>
 </context>
 <context>
+    <name>SearchField</name>
+    <message>
+        <source>Search</source>
+        <translation>Rechercher</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Effacer</translation>
+    </message>
+</context>
+<context>
     <name>SelectionSummary</name>
     <message>
         <source>Various</source>
         <translation>Divers</translation>
+    </message>
+</context>
+<context>
+    <name>StatusLine</name>
+    <message>
+        <source>Version %1 is available</source>
+        <translation>La version %1 est disponible</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln files</source>
+        <translation>
+            <numerusform>%Ln fichier</numerusform>
+            <numerusform>%Ln fichiers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %Ln files</source>
+        <comment>the files that match a search, of all</comment>
+        <translation>
+            <numerusform>%1 sur %Ln fichier</numerusform>
+            <numerusform>%1 sur %Ln fichiers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, %Ln selected</source>
+        <comment>%1 tells the number of files</comment>
+        <translation>
+            <numerusform>%1, %Ln sélectionné</numerusform>
+            <numerusform>%1, %Ln sélectionnés</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Stopped after %1 of %Ln files</source>
+        <translation>
+            <numerusform>Arrêté après %1 fichier sur %Ln</numerusform>
+            <numerusform>Arrêté après %1 fichiers sur %Ln</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Show what went wrong</source>
+        <translation>Afficher ce qui a échoué</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln messages</source>
+        <translation>
+            <numerusform>%Ln message</numerusform>
+            <numerusform>%Ln messages</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -24,6 +24,7 @@ ViewController::ViewController(ArrayController& list, FileLoader& loader, FieldE
     : list_(list), loader_(loader), editor_(editor), batch_(batch), artwork_(artwork), art_(art), renamer_(renamer),
       panels_(panels)
 {
+    artwork.setReport([this](const Deed& deed) { emit done(deed); });
     connect(&batch, &BatchCommands::artWritten, &art, &ShownArt::put);
     connect(&list.selection(), &ListSelection::aboutToChange, this, &ViewController::editingShouldEnd);
     connect(&list.selection(), &ListSelection::changed, this, &ViewController::updateFields);
@@ -108,20 +109,21 @@ void ViewController::updateCompilationState(const QString& state)
 void ViewController::incrementTrackNumbers()
 {
     endEditing();
-    batch_.incrementTrackNumbers();
+    emit done(batch_.incrementTrackNumbers());
 }
 
 void ViewController::removeUnsupportedTags()
 {
     endEditing();
-    batch_.removeUnsupportedTags();
+    emit done(batch_.removeUnsupportedTags());
 }
 
 void ViewController::removeAllTags()
 {
     endEditing();
-    batch_.removeAllTags();
+    const Deed deed = batch_.removeAllTags();
     updateFields();
+    emit done(deed);
 }
 
 void ViewController::updateImage()

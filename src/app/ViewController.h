@@ -15,6 +15,7 @@ class FileLoader;
 class FilePanels;
 class FileRenamer;
 class ShownArt;
+struct Deed;
 
 /// The controller of the main window: every command is an operation here, forwarded to the class that does it.
 /// Knows no widget; it speaks to the views by signals.
@@ -93,6 +94,8 @@ signals:
     /// The editor should show these values, and let them be edited unless the summary is empty.
     void fieldsChanged(const SelectionSummary& summary);
     void editingShouldEnd();
+    /// A command on the selected files is done.
+    void done(const Deed& deed);
     void editingLocked(bool locked);
     void formatWindowWanted();
     void windowWanted();

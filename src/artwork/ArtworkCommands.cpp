@@ -18,6 +18,8 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
+#include <iterator>
+
 namespace {
 
 QString translated(const char* text)
@@ -57,23 +59,34 @@ bool ArtworkCommands::setArtFromFile(const QString& path)
 
 bool ArtworkCommands::setArt(const QByteArray& bytes)
 {
-    return WorkLoop::run(monitor_, list_.selectedObjects(), [&](const AudioFilePtr& record) {
-        if (TaglibWrapper::setImageData(bytes, record->path, record->fileType))
+    const auto records = list_.selectedObjects();
+    Deed deed{Deed::Kind::ArtSet, std::ssize(records)};
+    const bool allTried = WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) {
+        if (TaglibWrapper::setImageData(bytes, record->path, record->fileType)) {
             art_.put(bytes);
-        else
+            ++deed.done;
+        } else {
             Messages::post(notifier_,
                            {record->path, Messages::unableToSaveAlbumArt(), TaglibWrapper::failureReason()});
+        }
     });
+    report_(deed);
+    return allTried;
 }
 
 void ArtworkCommands::deleteImage()
 {
-    WorkLoop::run(monitor_, list_.selectedObjects(), [&](const AudioFilePtr& record) {
-        if (TaglibWrapper::setImageData({}, record->path, record->fileType))
+    const auto records = list_.selectedObjects();
+    Deed deed{Deed::Kind::ArtDeleted, std::ssize(records)};
+    WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) {
+        if (TaglibWrapper::setImageData({}, record->path, record->fileType)) {
             art_.put({});
-        else
+            ++deed.done;
+        } else {
             notifier_.noteFailure({record->path, Messages::unableToRemoveAlbumArt(), TaglibWrapper::failureReason()});
+        }
     });
+    report_(deed);
 }
 
 void ArtworkCommands::saveImage()

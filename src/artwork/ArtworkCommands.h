@@ -1,11 +1,14 @@
 #pragma once
 
 #include "artwork/SavePanelAccessoryView.h"
+#include "library/Deed.h"
 
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 class ArrayController;
 class FileBrowser;
@@ -24,6 +27,9 @@ class ArtworkCommands {
 public:
     ArtworkCommands(ArrayController& list, ShownArt& art, Notifier& notifier, FilePanels& panels,
                     FileBrowser& fileBrowser, UserDefaults& defaults, WorkMonitor& monitor);
+
+    /// @param report is told after each command that sets art or deletes it.
+    void setReport(std::function<void(const Deed&)> report) { report_ = std::move(report); }
 
     /// Lets the user choose an image file, of which the first counts, and sets it as the art of every selected file.
     void updateImage();
@@ -57,4 +63,5 @@ private:
     FileBrowser& fileBrowser_;
     SavePanelAccessoryView accessory_;
     WorkMonitor& monitor_;
+    std::function<void(const Deed&)> report_ = [](const Deed&) {};
 };

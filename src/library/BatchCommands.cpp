@@ -8,6 +8,8 @@
 #include "model/NumberText.h"
 #include "tagengine/TaglibWrapper.h"
 
+#include <iterator>
+
 namespace {
 
 QString numbered(int number, const QString& trackNumber)
@@ -31,51 +33,68 @@ BatchCommands::BatchCommands(ArrayController& list, TagWriter& writer, Notifier&
 {
 }
 
-void BatchCommands::incrementTrackNumbers()
+Deed BatchCommands::incrementTrackNumbers()
 {
+    const auto records = list_.selectedObjects();
+    Deed deed{Deed::Kind::TracksNumbered, std::ssize(records)};
     int number = 0;
-    WorkLoop::run(monitor_, list_.selectedObjects(), [&](const AudioFilePtr& record) {
+    WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) {
         const QString trackNumber = numbered(++number, record->trackNumber);
-        if (writer_.writeTags(*record, {{QStringLiteral("TRACKNUMBER"), trackNumber}}))
-            record->trackNumber = trackNumber;
+        if (!writer_.writeTags(*record, {{QStringLiteral("TRACKNUMBER"), trackNumber}}))
+            return;
+        record->trackNumber = trackNumber;
+        ++deed.done;
     });
     list_.reloadData();
+    return deed;
 }
 
-void BatchCommands::removeUnsupportedTags()
+Deed BatchCommands::removeUnsupportedTags()
 {
-    WorkLoop::run(monitor_, list_.selectedObjects(),
-                  [this](const AudioFilePtr& record) { removeUnsupportedTags(*record); });
+    const auto records = list_.selectedObjects();
+    Deed deed{Deed::Kind::UnsupportedTagsRemoved, std::ssize(records)};
+    WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) {
+        if (const auto art = TaglibWrapper::getImageData(record->path, record->fileType))
+            deed.done += removeUnsupportedTags(*record, *art);
+        else
+            --deed.wanted;
+    });
+    return deed;
 }
 
-void BatchCommands::removeUnsupportedTags(const AudioFile& record)
+bool BatchCommands::removeUnsupportedTags(const AudioFile& record, const QByteArray& art)
 {
-    const auto art = TaglibWrapper::getImageData(record.path, record.fileType);
-    if (!art)
-        return;
-    if (!TaglibWrapper::removeUnsupportedTags(record.path))
+    if (!TaglibWrapper::removeUnsupportedTags(record.path)) {
         noteFailure(record, Messages::unableToRemoveUnsupportedTags());
-    else if (TaglibWrapper::setImageData(*art, record.path, record.fileType))
-        emit artWritten(*art);
-    else
+        return false;
+    }
+    if (!TaglibWrapper::setImageData(art, record.path, record.fileType)) {
         postFailure(record, Messages::unableToRestoreAlbumArt());
+        return false;
+    }
+    emit artWritten(art);
+    return true;
 }
 
-void BatchCommands::removeAllTags()
+Deed BatchCommands::removeAllTags()
 {
-    WorkLoop::run(monitor_, list_.selectedObjects(), [this](const AudioFilePtr& record) { removeAllTags(record); });
+    const auto records = list_.selectedObjects();
+    Deed deed{Deed::Kind::AllTagsRemoved, std::ssize(records)};
+    WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) { deed.done += removeAllTags(record); });
     list_.reloadData();
+    return deed;
 }
 
-void BatchCommands::removeAllTags(const AudioFilePtr& record)
+bool BatchCommands::removeAllTags(const AudioFilePtr& record)
 {
     TaglibWrapper::setImageData({}, record->path, record->fileType);
     if (!TaglibWrapper::removeAllTags(record->path)) {
         postFailure(*record, Messages::unableToRemoveAllTags());
-        return;
+        return false;
     }
     emit artWritten({});
     list_.replaceObject(record, emptyRecord(*record));
+    return true;
 }
 
 void BatchCommands::noteFailure(const AudioFile& record, const QString& message)

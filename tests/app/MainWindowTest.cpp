@@ -4,8 +4,11 @@
 #include "support/Rows.h"
 #include "tagengine/TaglibWrapper.h"
 
+#include <QClipboard>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
+#include <QStatusBar>
 
 class MainWindowTest : public QObject {
     Q_OBJECT
@@ -107,6 +110,32 @@ private slots:
         desk_->window.resize(1250, 500);
         QTRY_COMPARE(desk_->window.width(), 1250);
         QCOMPARE(header.sectionSize(RecordColumns::FileName), chosen);
+    }
+
+    // command | whether a file is missing | what the status line tells then
+    void tellsWhatWasDone_data()
+    {
+        addRows({"number | no | 3 files numbered", "strip all | no | Tags removed from 3 files",
+                 "strip all | yes | Tags removed from 2 of 3 files",
+                 "strip | no | Unsupported tags removed from 1 files", "paste | no | Album art set in 3 files",
+                 "delete | yes | Album art deleted in 2 of 3 files"});
+    }
+    void tellsWhatWasDone()
+    {
+        const auto [command, missing, expected] = row<3>();
+        const QHash<QString, void (ViewController::*)()> commands{
+            {u"number"_qs, &ViewController::incrementTrackNumbers}, {u"strip all"_qs, &ViewController::removeAllTags},
+            {u"strip"_qs, &ViewController::removeUnsupportedTags},  {u"paste"_qs, &ViewController::pasteImage},
+            {u"delete"_qs, &ViewController::deleteImage},
+        };
+        QApplication::clipboard()->setImage(QImage(2, 2, QImage::Format_RGB32));
+        QVERIFY(missing == u"no" || QFile::remove(paths_[1]));
+        desk_->controller.selectAll();
+        (desk_->controller.*commands[command])();
+        const auto* status = desk_->window.statusBar()->findChild<QLabel*>();
+        QCOMPARE(status->text(), u"3 files, 3 selected · "_qs + expected);
+        click(0);
+        QCOMPARE(status->text(), u"3 files, 1 selected"_qs);
     }
 
     void deleteKeyRemovesOnlyInTheTable()

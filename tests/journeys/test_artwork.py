@@ -86,5 +86,6 @@ class Artwork(Journey):
         self.program.focus_well()
         keys("Delete")
         self.expect_art(None, 0, 1)
+        self.expect(True, lambda: "5 files, 2 selected · Album art deleted in 2 files" in self.program.status())
         self.assertIsNotNone(art(self.files[2]))
         self.end(self.program)

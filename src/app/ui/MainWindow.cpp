@@ -13,6 +13,7 @@
 #include "artwork/ui/DropView.h"
 #include "artwork/ui/RowDragImage.h"
 #include "library/ArrayController.h"
+#include "library/Deed.h"
 #include "library/ui/EditorPane.h"
 #include "library/ui/QuickLookTableView.h"
 #include "naming/ui/FileFormatController.h"
@@ -178,6 +179,7 @@ void MainWindow::connectController()
     connect(&controller_, &ViewController::fieldsChanged, editor_, &EditorPane::showSummary);
     connect(&controller_, &ViewController::fieldsChanged, well_, qOverload<>(&QWidget::update));
     connect(&controller_, &ViewController::editingShouldEnd, editor_, &EditorPane::endEditing);
+    connect(&controller_, &ViewController::done, status_, [this](const Deed& deed) { status_->showDone(deed.text()); });
     connect(&controller_, &ViewController::windowWanted, this, &MainWindow::bringToFront);
     connect(&controller_, &ViewController::editingLocked, this, &MainWindow::lockEditing);
     connect(&controller_, &ViewController::formatWindowWanted, this, &MainWindow::showFormatWindow);

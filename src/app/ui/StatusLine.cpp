@@ -34,7 +34,10 @@ StatusLine::StatusLine(ArrayController& list, QWidget* parent)
     passing_.setInterval(passingLasts);
     passing_.callOnTimeout(this, &StatusLine::showCounts);
     connect(&list, &ArrayController::countChanged, this, &StatusLine::showCounts);
-    connect(&list.selection(), &ListSelection::changed, this, &StatusLine::showCounts);
+    connect(&list.selection(), &ListSelection::changed, this, [this] {
+        done_.clear();
+        showCounts();
+    });
     showCounts();
 }
 
@@ -75,6 +78,13 @@ void StatusLine::showUpdate(const QString& version, const QUrl& page)
     addPermanentWidget(news);
 }
 
+void StatusLine::showDone(const QString& text)
+{
+    passing_.stop();
+    done_ = text;
+    showCounts();
+}
+
 void StatusLine::showCounts()
 {
     if (passing_.isActive())
@@ -88,6 +98,8 @@ void StatusLine::showCounts()
             : tr("%1 of %Ln files", "the files that match a search, of all", all).arg(QLocale().toString(shown));
     if (selected > 0)
         text = tr("%1, %Ln selected", "%1 tells the number of files", selected).arg(text);
+    if (!done_.isEmpty())
+        text += QStringLiteral(" · ") + done_;
     text_->setText(all == 0 ? QString() : text);
 }
 

@@ -11,8 +11,8 @@ class MessagesWindow;
 class QLabel;
 class QUrl;
 
-/// The line at the bottom of the main window: how many files there are, work that takes long, what went wrong, and
-/// news of a later version.
+/// The line at the bottom of the main window: how many files there are and what was done to them, work that takes long,
+/// what went wrong, and news of a later version.
 class StatusLine : public QStatusBar {
     Q_OBJECT
 
@@ -23,6 +23,8 @@ public:
     void attachWork(LongWork& work);
     /// Counts failures in a button that shows them in the messages window. @return the button.
     QWidget& attachFailures(FailureLog& failures);
+    /// Tells what a command has done, after the counts, until the selection changes.
+    void showDone(const QString& text);
     /// Tells that there is a newer version, with a link to its page.
     void showUpdate(const QString& version, const QUrl& page);
 
@@ -33,6 +35,7 @@ private:
 
     ArrayController& list_;
     QLabel* text_;
+    QString done_;
     /// While it runs, the text tells of something else than the numbers.
     QTimer passing_;
     QPointer<MessagesWindow> messagesWindow_;
