@@ -103,10 +103,6 @@
         <translation>Cover &amp;löschen</translation>
     </message>
     <message>
-        <source>Remove &amp;Unsupported Tags</source>
-        <translation>Nicht un&amp;terstützte Tags entfernen</translation>
-    </message>
-    <message>
         <source>&amp;Preferences…</source>
         <translation>&amp;Einstellungen&#xa0;…</translation>
     </message>
@@ -139,8 +135,20 @@
         <translation>Vorschau</translation>
     </message>
     <message>
-        <source>Remove &amp;All Tags</source>
-        <translation>&amp;Alle Tags entfernen</translation>
+        <source>Remove Unsupported Tags</source>
+        <translation>Nicht unterstützte Tags entfernen</translation>
+    </message>
+    <message>
+        <source>Remove All Tags</source>
+        <translation>Alle Tags entfernen</translation>
+    </message>
+    <message>
+        <source>De&amp;lete</source>
+        <translation>&amp;Löschen</translation>
+    </message>
+    <message>
+        <source>De&amp;lete Album Art</source>
+        <translation>Cover &amp;löschen</translation>
     </message>
 </context>
 <context>

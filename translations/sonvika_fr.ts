@@ -103,10 +103,6 @@
         <translation>&amp;Supprimer la pochette</translation>
     </message>
     <message>
-        <source>Remove &amp;Unsupported Tags</source>
-        <translation>Supprimer les étiquettes non &amp;prises en charge</translation>
-    </message>
-    <message>
         <source>&amp;Preferences…</source>
         <translation>&amp;Préférences…</translation>
     </message>
@@ -139,8 +135,20 @@
         <translation>Aperçu</translation>
     </message>
     <message>
-        <source>Remove &amp;All Tags</source>
-        <translation>Supprimer &amp;toutes les étiquettes</translation>
+        <source>Remove Unsupported Tags</source>
+        <translation>Supprimer les étiquettes non prises en charge</translation>
+    </message>
+    <message>
+        <source>Remove All Tags</source>
+        <translation>Supprimer toutes les étiquettes</translation>
+    </message>
+    <message>
+        <source>De&amp;lete</source>
+        <translation>&amp;Supprimer</translation>
+    </message>
+    <message>
+        <source>De&amp;lete Album Art</source>
+        <translation>&amp;Supprimer la pochette</translation>
     </message>
 </context>
 <context>

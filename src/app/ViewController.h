@@ -81,7 +81,8 @@ public:
     void showFormatWindow();
     /// Renames the selected files (see FileRenamer).
     void renameFiles(const QStringList& format);
-    /// While locked, the list, the fields and the search field are disabled.
+    /// While locked, the list, the fields and the search field are disabled, and every command that changes what is
+    /// listed or selected, or a tag.
     void setEditingLocked(bool locked) { emit editingLocked(locked); }
 
     /// Ends an edit in progress, so that it is written.

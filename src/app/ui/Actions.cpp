@@ -4,7 +4,10 @@
 #include "app/ui/Icons.h"
 #include "artwork/ShownArt.h"
 #include "library/ArrayController.h"
-#include "library/CommandValidation.h"
+
+#include <QWidget>
+
+#include <utility>
 
 Actions::Actions(ViewController& controller, ArrayController& list, const ShownArt& art)
     : controller_(controller), list_(list), art_(art)
@@ -16,9 +19,13 @@ Actions::Actions(ViewController& controller, ArrayController& list, const ShownA
     openFolder = make(Untagged, tr("Open &Folder…"), shifted(Qt::Key_O), &Controller::openFolder);
     showInFinder = make(Reveal, tr("Sho&w in File Manager"), shifted(Qt::Key_E), &Controller::showInFinder);
     rename = make(Rename, tr("Rena&me…"), QKeySequence(Qt::Key_F2), &Controller::showFormatWindow);
-    remove = makeLocal(Remove, tr("&Remove from List"), QKeySequence::Delete, &Controller::removeDocuments);
+    remove = makeLocal(Remove, tr("&Remove from List"), {}, &Controller::removeDocuments);
     selectAll = make(Anytime, tr("Select &All"), QKeySequence::SelectAll, &Controller::selectAll);
     deselectAll = make(Anytime, tr("&Deselect All"), shifted(Qt::Key_A), &Controller::deselectAll);
+    // No widget has it: the key is that of the command which it stands for.
+    erase = makeLocal(Remove, {}, QKeySequence::Delete, nullptr);
+    connect(erase, &QAction::triggered, this,
+            [this] { (deleteTarget_ == DeleteTarget::Art ? deleteImage : remove)->trigger(); });
     moveUp = makeLocal(EditTags, tr("Move &Up"), QKeySequence(Qt::ALT | Qt::Key_Up), &Controller::moveRowsUp);
     moveDown = makeLocal(EditTags, tr("Move Do&wn"), QKeySequence(Qt::ALT | Qt::Key_Down), &Controller::moveRowsDown);
     find = make(Anytime, tr("&Find"), QKeySequence::Find, nullptr);
@@ -30,9 +37,10 @@ Actions::Actions(ViewController& controller, ArrayController& list, const ShownA
     saveImage = make(SaveImage, tr("&Save Album Art…"), shifted(Qt::Key_S), &Controller::saveImage);
     copyImage = makeLocal(SaveImage, tr("&Copy Album Art"), QKeySequence::Copy, &Controller::copyImage);
     pasteImage = makeLocal(EditTags, tr("&Paste Album Art"), QKeySequence::Paste, &Controller::pasteImage);
-    deleteImage = makeLocal(DeleteImage, tr("&Delete Album Art"), QKeySequence::Delete, &Controller::deleteImage);
-    removeUnsupportedTags = make(Strip, tr("Remove &Unsupported Tags"), {}, &Controller::removeUnsupportedTags);
-    removeAllTags = make(Strip, tr("Remove &All Tags"), {}, &Controller::removeAllTags);
+    deleteImage = makeLocal(DeleteImage, tr("&Delete Album Art"), {}, &Controller::deleteImage);
+    // Without mnemonics: two letters would strip every selected file.
+    removeUnsupportedTags = make(Strip, tr("Remove Unsupported Tags"), {}, &Controller::removeUnsupportedTags);
+    removeAllTags = make(Strip, tr("Remove All Tags"), {}, &Controller::removeAllTags);
     preferences =
         make(Untagged, tr("&Preferences…"), QKeySequence(Qt::CTRL | Qt::Key_Comma), &Controller::showPreferences);
     preferences->setMenuRole(QAction::PreferencesRole);
@@ -42,7 +50,7 @@ Actions::Actions(ViewController& controller, ArrayController& list, const ShownA
     connect(&list, &ArrayController::countChanged, this, &Actions::update);
     connect(&list.selection(), &ListSelection::changed, this, &Actions::update);
     connect(&art, &ShownArt::changed, this, &Actions::update);
-    update();
+    setDeleteTarget(DeleteTarget::Text);
 }
 
 QAction* Actions::make(int tag, const QString& text, const QKeySequence& shortcut, Command command)
@@ -82,8 +90,23 @@ QList<QAction*> Actions::artCommands() const
 
 QList<QAction*> Actions::rowCommands() const
 {
-    return {quickLook,     rename,  showInFinder, nullptr, numberTracks, updateImage, nullptr, removeUnsupportedTags,
-            removeAllTags, nullptr, remove};
+    return {quickLook, rename,  showInFinder,          nullptr,      numberTracks, updateImage, nullptr,
+            remove,    nullptr, removeUnsupportedTags, removeAllTags};
+}
+
+void Actions::setDeleteTarget(DeleteTarget target)
+{
+    deleteTarget_ = target;
+    const bool isArt = target == DeleteTarget::Art;
+    const QKeySequence key(QKeySequence::Delete);
+    remove->setShortcut(target == DeleteTarget::Rows ? key : QKeySequence());
+    deleteImage->setShortcut(isArt ? key : QKeySequence());
+    erase->setData(isArt ? CommandValidation::DeleteImage : CommandValidation::Remove);
+    if (target == DeleteTarget::Text)
+        erase->setText(tr("De&lete"));
+    else
+        erase->setText(isArt ? tr("De&lete Album Art") : remove->text());
+    update();
 }
 
 void Actions::setPreviewShown(bool shown)
@@ -100,6 +123,23 @@ void Actions::setWorking(bool working)
     update();
 }
 
+void Actions::setLocked(bool locked)
+{
+    isLocked_ = locked;
+    for (auto* menu : std::as_const(lockedToo_))
+        menu->setEnabled(!locked);
+    update();
+}
+
+bool Actions::isApplicable(const QAction& action, const CommandValidation::State& state) const
+{
+    if (isWorking_ || (&action == erase && deleteTarget_ == DeleteTarget::Text))
+        return false;
+    const QList<const QAction*> harmless{showInFinder, quickLook, saveImage, copyImage, preferences, about};
+    return CommandValidation::validateMenuItem(action.data().toInt(), state)
+           && (!isLocked_ || harmless.contains(&action));
+}
+
 void Actions::update()
 {
     CommandValidation::State state;
@@ -108,7 +148,7 @@ void Actions::update()
     state.previewShown = previewShown_;
     for (auto* action : findChildren<QAction*>(QString(), Qt::FindDirectChildrenOnly)) {
         const int tag = action->data().toInt();
-        action->setEnabled(!isWorking_ && CommandValidation::validateMenuItem(tag, state));
+        action->setEnabled(isApplicable(*action, state));
         const QString title = CommandValidation::title(tag, state);
         if (!title.isNull())
             action->setText(title);

@@ -35,6 +35,7 @@ void MainMenu::buildFile()
     auto* menu = window_.menuBar()->addMenu(tr("&File"));
     menu->addActions({actions_.open, actions_.openFolder});
     auto* recent = menu->addMenu(tr("Open Re&cent"));
+    actions_.lockToo(*recent);
     connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecent(*recent); });
     menu->addSeparator();
     menu->addActions({actions_.rename, actions_.showInFinder, actions_.remove});
@@ -64,7 +65,7 @@ void MainMenu::buildEdit()
     auto* menu = window_.menuBar()->addMenu(tr("&Edit"));
     menu->addActions({actions_.selectAll, actions_.deselectAll});
     menu->addSeparator();
-    menu->addActions({actions_.moveUp, actions_.moveDown});
+    menu->addActions({actions_.moveUp, actions_.moveDown, actions_.erase});
     menu->addSeparator();
     menu->addAction(actions_.find);
     menu->addSeparator();
@@ -90,7 +91,9 @@ void MainMenu::buildView()
         columns->clear();
         table_.columns().fillMenu(*columns);
     });
-    addSortMenu(*menu->addMenu(tr("&Sort By")));
+    auto* sorts = menu->addMenu(tr("&Sort By"));
+    actions_.lockToo(*sorts);
+    addSortMenu(*sorts);
 }
 
 void MainMenu::addSortMenu(QMenu& menu)

@@ -19,8 +19,10 @@
 #include "naming/ui/FileFormatController.h"
 #include "platform/ui/DesktopWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QMenuBar>
 #include <QScrollArea>
 #include <QSplitter>
 #include <QTimer>
@@ -67,6 +69,8 @@ MainWindow::MainWindow(ViewController& controller, ArrayController& list, ListDr
     connectController();
     layout_ = new WindowLayout(*this, *splitter_, table_->columns(), defaults_);
     controller_.updateFields();
+    connect(qApp, &QApplication::focusChanged, actions_.get(),
+            [this](const QWidget*, const QWidget* focused) { followFocus(focused); });
     table_->setFocus();
 }
 
@@ -179,7 +183,8 @@ void MainWindow::connectController()
     connect(&controller_, &ViewController::fieldsChanged, editor_, &EditorPane::showSummary);
     connect(&controller_, &ViewController::fieldsChanged, well_, qOverload<>(&QWidget::update));
     connect(&controller_, &ViewController::editingShouldEnd, editor_, &EditorPane::endEditing);
-    connect(&controller_, &ViewController::done, status_, [this](const Deed& deed) { status_->showDone(deed.text()); });
+    connect(&controller_, &ViewController::done, status_,
+            [this](const Deed& deed) { status_->showDone(deed.text()); });
     connect(&controller_, &ViewController::windowWanted, this, &MainWindow::bringToFront);
     connect(&controller_, &ViewController::editingLocked, this, &MainWindow::lockEditing);
     connect(&controller_, &ViewController::formatWindowWanted, this, &MainWindow::showFormatWindow);
@@ -226,6 +231,21 @@ void MainWindow::lockEditing(bool locked)
 {
     for (auto* widget : std::initializer_list<QWidget*>{searchField_, table_, editor_})
         widget->setEnabled(!locked);
+    actions_->setLocked(locked);
+}
+
+void MainWindow::followFocus(const QWidget* focused)
+{
+    // Where it is in a menu, or in another window, it will come back to where it was.
+    if (!focused || focused->window() != this || focused == menuBar())
+        return;
+    const auto isIn = [focused](const QWidget* part) { return part == focused || part->isAncestorOf(focused); };
+    if (isIn(table_))
+        actions_->setDeleteTarget(Actions::DeleteTarget::Rows);
+    else if (isIn(well_))
+        actions_->setDeleteTarget(Actions::DeleteTarget::Art);
+    else
+        actions_->setDeleteTarget(Actions::DeleteTarget::Text);
 }
 
 void MainWindow::showFormatWindow()

@@ -61,6 +61,8 @@ private:
     void buildCentre(ListDrops& drops, ShownArt& art, ArtworkDrops& artworkDrops);
     void connectController();
     void lockEditing(bool locked);
+    /// Lets the key Delete mean what it does in the widget that has the keyboard now.
+    void followFocus(const QWidget* focused);
     void showFormatWindow();
     void closeFormatWindow();
     void comeToFront();
