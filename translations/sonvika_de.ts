@@ -495,6 +495,14 @@
             <numerusform>%1, bei %Ln nicht möglich</numerusform>
         </translation>
     </message>
+    <message>
+        <source>&amp;Default</source>
+        <translation>&amp;Standard</translation>
+    </message>
+    <message>
+        <source>Bring the first format back</source>
+        <translation>Das ursprüngliche Format wiederherstellen</translation>
+    </message>
 </context>
 <context>
     <name>FileNameFormat</name>

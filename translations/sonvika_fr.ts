@@ -495,6 +495,14 @@
             <numerusform>%1, impossible pour %Ln</numerusform>
         </translation>
     </message>
+    <message>
+        <source>&amp;Default</source>
+        <translation>Par &amp;défaut</translation>
+    </message>
+    <message>
+        <source>Bring the first format back</source>
+        <translation>Rétablir le format d’origine</translation>
+    </message>
 </context>
 <context>
     <name>FileNameFormat</name>

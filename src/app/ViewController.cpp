@@ -170,7 +170,12 @@ void ViewController::showFormatWindow()
 
 void ViewController::renameFiles(const QStringList& format)
 {
-    renamer_.renameFiles(format);
+    renameFiles(list_.selectedObjects(), format);
+}
+
+void ViewController::renameFiles(const std::vector<AudioFilePtr>& records, const QStringList& format)
+{
+    renamer_.renameFiles(records, format);
 }
 
 SelectionSummary ViewController::selectionSummary() const

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "library/SelectionSummary.h"
+#include "model/AudioFile.h"
 
 #include <QByteArray>
 #include <QObject>
 #include <QString>
 #include <QStringList>
+
+#include <vector>
 
 class ArrayController;
 class ArtworkCommands;
@@ -81,6 +84,8 @@ public:
     void showFormatWindow();
     /// Renames the selected files (see FileRenamer).
     void renameFiles(const QStringList& format);
+    /// Renames the files of these records, whatever is selected.
+    void renameFiles(const std::vector<AudioFilePtr>& records, const QStringList& format);
     /// While locked, the list, the fields and the search field are disabled, and every command that changes what is
     /// listed or selected, or a tag.
     void setEditingLocked(bool locked) { emit editingLocked(locked); }

@@ -176,7 +176,7 @@ void Commands::rename(ArrayController& list)
         NoPanel panel;
         BookmarksManager bookmarks(defaults);
         PermissionManager permissions(panel, bookmarks);
-        FileRenamer(list, permissions, errors_, progress_).renameFiles(format);
+        FileRenamer(list, permissions, errors_, progress_).renameFiles(list.selectedObjects(), format);
         return;
     }
     const auto& records = list.arrangedObjects();

@@ -20,9 +20,9 @@ FileRenamer::FileRenamer(ArrayController& list, PermissionManager& permissions, 
 {
 }
 
-void FileRenamer::renameFiles(const QStringList& format)
+void FileRenamer::renameFiles(const std::vector<AudioFilePtr>& records, const QStringList& format)
 {
-    WorkLoop::run(monitor_, list_.selectedObjects(), [&](const AudioFilePtr& record) {
+    WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) {
         try {
             rename(record, FileNameFormat::buildFileName(format, *record));
         } catch (const std::exception& error) {

@@ -46,9 +46,18 @@ class Shell(Journey):
 
     def test_a_second_start_hands_over(self):
         program = self.with_album()
+        program.select(0, 1)
+        keys("F2")
+        window = program.dialog("Rename Files")
+        plan = window.find(Atspi.Role.TABLE, "Plan")
+        keys("ctrl+a", "x", "Return")
+        self.expect(["x.mp3", "x.m4a"], lambda: plan.column(1))
+        self.assertFalse(program.window.button("Remove").has(STATES.ENABLED))
         other = self.copy("v24.mp3", "another one.mp3")
         subprocess.run([program.process.args[0], other], env=program.environment, timeout=PATIENCE, check=True)
         self.expect(ALBUM + ["another one.mp3"], lambda: program.rows)
+        self.assertEqual(plan.column(1), ["x.mp3", "x.m4a"])
+        window.button("Cancel").click()
         self.end(program)
 
     def test_shown_in_the_file_manager(self):

@@ -11,7 +11,9 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QMimeData>
+#include <QPushButton>
 #include <QTranslator>
 
 namespace {
@@ -54,7 +56,8 @@ private slots:
                  "Title,-,Track | End Alt+Left | Title,Track,-", "Title,-,Track | Home Alt+Right | -,Title,Track",
                  "Title,abc,Track | End Alt+Left Alt+Left | Track,Title,abc", "Title | End Alt+Right | Title",
                  "Title,-,Track | End Backspace Ctrl+Z | Title,-,Track", "Title | End Return | Title",
-                 "Title | Ctrl+A Delete | ", "Title,-,Track | Ctrl+Z | Title,-,Track",
+                 "x | Ctrl+A T i t l e Return Backspace _ | _", "Title | Ctrl+A Delete | ",
+                 "Title,-,Track | Ctrl+Z | Title,-,Track",
                  "Album mix | Home Shift+Right Shift+Right Shift+Right Shift+Right Shift+Right Ctrl+X Ctrl+V x | "
                  "Albumx mix"});
     }
@@ -142,10 +145,72 @@ private slots:
         QVERIFY(window()->isVisible());
     }
 
+    // what has the keyboard | key | whether the files are renamed
+    void returnRenamesOnlyOnTheButton_data()
+    {
+        addRows({"tokenField | Return | no", "tokenField | Enter | no", "plan | Return | no", "Genre | Return | no",
+                 "default | Return | no", "rename | Return | yes", "rename | Space | yes", "plan | Ctrl+Enter | yes",
+                 "Genre | Ctrl+Return | yes", "tokenField | Alt+R | yes"});
+    }
+    void returnRenamesOnlyOnTheButton()
+    {
+        const auto [name, key, renamed] = row<3>();
+        field().setTokens({u"Track"_qs});
+        const QPointer rename = window()->findChild<QPushButton*>(u"rename"_qs);
+        auto* focused = window()->findChild<QWidget*>(name);
+        focused->setFocus();
+        const QKeyCombination pressed = QKeySequence(key)[0];
+        QTest::keyClick(focused, pressed.key(), pressed.keyboardModifiers());
+        // The mnemonic shows the button pressed for a moment.
+        QTRY_VERIFY(!rename || !rename->isDown());
+        QCOMPARE(open_->fileNames() != u"1.mp3 2.mp3 3.mp3"_qs, renamed == u"yes");
+    }
+
+    void theButtonIsOffWhereNothingWouldBeRenamed()
+    {
+        auto* rename = window()->findChild<QPushButton*>(u"rename"_qs);
+        for (int i = 0; i < 3; ++i)
+            open_->record(i).year = QString::number(i + 1);
+        for (const auto& [token, isOn] : {std::pair{u"Year"_qs, false}, {u"Track"_qs, true}, {u"Album"_qs, false}}) {
+            field().setTokens({token});
+            QTRY_COMPARE(rename->isEnabled(), isOn);
+            if (!isOn)
+                press(u"Ctrl+Return"_qs);
+        }
+        QCOMPARE(open_->fileNames(), u"1.mp3 2.mp3 3.mp3"_qs);
+        window()->findChild<QPushButton*>(u"default"_qs)->click();
+        QCOMPARE(field().tokens(), FileNameFormat::defaultTokens());
+        QTRY_VERIFY(rename->isEnabled());
+        press(u"Ctrl+Z"_qs);
+        QCOMPARE(field().tokens(), QStringList{u"Album"_qs});
+    }
+
+    void onlyWhatCannotChangeThePlanWorks()
+    {
+        QStringList works;
+        for (const auto* menu : open_->window.menuBar()->findChildren<QMenu*>()) {
+            for (const auto* action : menu->actions()) {
+                if (action->isEnabled() && !action->isSeparator() && menu->isEnabled() && !menu->title().isEmpty())
+                    works.append(action->text().remove(u'&').remove(u'…'));
+            }
+        }
+        works.sort();
+        QCOMPARE(works.join(u", "_qs), u"About Sonvika, Bring to Front, Columns, Full Screen, Minimise, Preferences, "
+                                       "Quick Look, Quit, Send Feedback, Show in File Manager, Support Page"_qs);
+        QTest::keyClick(open_->window.findChild<QuickLookTableView*>(), Qt::Key_Down);
+        QCOMPARE(open_->list.selection().rows(), QList({0, 1, 2}));
+        // What comes by other ways does not change it either.
+        open_->open(u"v24.mp3"_qs);
+        open_->select(u"3"_qs);
+        field().setTokens({u"Track"_qs});
+        press(u"Ctrl+Return"_qs);
+        QCOMPARE(open_->fileNames(), u"01.mp3 02.mp3 03.mp3 v24.mp3"_qs);
+    }
+
     // way of closing | the files then
     void everyWayOfClosingStoresTheFormat_data()
     {
-        addRows({"Return | 01.Intro.mp3 02.Verse.mp3 03.Intro.mp3", "Escape | 1.mp3 2.mp3 3.mp3",
+        addRows({"Ctrl+Return | 01.Intro.mp3 02.Verse.mp3 03.Intro.mp3", "Escape | 1.mp3 2.mp3 3.mp3",
                  "close | 1.mp3 2.mp3 3.mp3", "main window | 1.mp3 2.mp3 3.mp3", "again | 1.mp3 2.mp3 3.mp3"});
     }
     void everyWayOfClosingStoresTheFormat()

@@ -251,9 +251,10 @@ void MainWindow::followFocus(const QWidget* focused)
 void MainWindow::showFormatWindow()
 {
     closeFormatWindow();
-    formatWindow_ = new FileFormatController(list_, defaults_, this);
+    formatWindow_ = new FileFormatController(list_.selectedObjects(), defaults_, this);
     formatWindow_->setAttribute(Qt::WA_DeleteOnClose);
-    connect(formatWindow_, &FileFormatController::renameWanted, &controller_, &ViewController::renameFiles);
+    connect(formatWindow_, &FileFormatController::renameWanted, &controller_,
+            qOverload<const std::vector<AudioFilePtr>&, const QStringList&>(&ViewController::renameFiles));
     connect(formatWindow_, &QDialog::finished, &controller_, [this] {
         controller_.setEditingLocked(false);
         table_->setFocus();

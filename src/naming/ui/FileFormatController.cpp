@@ -1,6 +1,5 @@
 #include "naming/ui/FileFormatController.h"
 
-#include "library/ArrayController.h"
 #include "naming/FileNameFormat.h"
 #include "naming/ui/RenamePlanModel.h"
 #include "naming/ui/TokenButton.h"
@@ -14,10 +13,14 @@
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTableView>
 #include <QTextDocument>
+
+#include <utility>
 
 namespace {
 
@@ -45,15 +48,13 @@ qreal chipTextTop(const QFont& font)
 
 } // namespace
 
-FileFormatController::FileFormatController(ArrayController& list, UserDefaults& defaults, QWidget* parent)
-    : QDialog(parent), list_(list), defaults_(defaults)
+FileFormatController::FileFormatController(std::vector<AudioFilePtr> records, UserDefaults& defaults, QWidget* parent)
+    : QDialog(parent), records_(std::move(records)), defaults_(defaults)
 {
     setWindowTitle(tr("Rename Files"));
     DesktopWindow::moveByBackground(*this);
     setMinimumSize(leastSize);
     resize(initialSize);
-    const auto selected = list.selectedObjects();
-    audioFile_ = selected.empty() ? nullptr : selected.front();
 
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(margin, margin, margin, margin);
@@ -66,9 +67,6 @@ FileFormatController::FileFormatController(ArrayController& list, UserDefaults& 
     planDue_.setInterval(planDelay);
     connect(&planDue_, &QTimer::timeout, this, &FileFormatController::showPlan);
     connect(tokenField_, &TokenField::tokensChanged, this, &FileFormatController::showPreview);
-    connect(&list.selection(), &ListSelection::changed, &planDue_, qOverload<>(&QTimer::start));
-    connect(&list, &QAbstractItemModel::dataChanged, &planDue_, qOverload<>(&QTimer::start));
-    connect(&list, &ArrayController::countChanged, &planDue_, qOverload<>(&QTimer::start));
     connect(this, &QDialog::finished, this, &FileFormatController::windowWillClose);
     tokenField_->setTokens(FileNameFormat::storedTokens(defaults));
     tokenField_->moveCursor(QTextCursor::End);
@@ -87,12 +85,13 @@ void FileFormatController::buildFormat(QGridLayout& grid)
              tokenField_->frameWidth() + tokenField_->document()->documentMargin() + chipTextTop(font)
                  - TokenChip::lift(font));
     grid.addWidget(tokenField_, grid.rowCount() - 1, 1);
+    grid.addWidget(buildDefault(), grid.rowCount() - 1, 2, Qt::AlignTop);
 
     const QStringList& keys = FileNameFormat::sortedKeys();
     auto* palette = buildPalette(keys.first(paletteWidth));
     addLabel(grid, tr("Fields"), palette, chipTextTop(font));
-    grid.addWidget(palette, grid.rowCount() - 1, 1);
-    grid.addWidget(buildPalette(keys.mid(paletteWidth)), grid.rowCount(), 1);
+    grid.addWidget(palette, grid.rowCount() - 1, 1, 1, -1);
+    grid.addWidget(buildPalette(keys.mid(paletteWidth)), grid.rowCount(), 1, 1, -1);
 
     previewField_ = new QLabel;
     previewField_->setObjectName(QStringLiteral("previewField"));
@@ -100,7 +99,21 @@ void FileFormatController::buildFormat(QGridLayout& grid)
     previewField_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     previewField_->setWordWrap(true);
     addLabel(grid, tr("Preview"), previewField_, 0);
-    grid.addWidget(previewField_, grid.rowCount() - 1, 1);
+    grid.addWidget(previewField_, grid.rowCount() - 1, 1, 1, -1);
+}
+
+QPushButton* FileFormatController::buildDefault()
+{
+    auto* button = new QPushButton(tr("&Default"));
+    button->setObjectName(QStringLiteral("default"));
+    button->setToolTip(tr("Bring the first format back"));
+    button->setAutoDefault(false);
+    connect(button, &QAbstractButton::clicked, this, [this] {
+        // So that it can be undone in the field.
+        tokenField_->selectAll();
+        tokenField_->insertTokens(FileNameFormat::defaultTokens());
+    });
+    return button;
 }
 
 QWidget* FileFormatController::buildPalette(const QStringList& tokens)
@@ -161,9 +174,17 @@ void FileFormatController::buildPlan(QGridLayout& grid)
 void FileFormatController::buildButtons(QGridLayout& grid)
 {
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
-    auto* rename = buttons->addButton(tr("&Rename"), QDialogButtonBox::AcceptRole);
-    rename->setObjectName(QStringLiteral("rename"));
-    rename->setDefault(true);
+    // The box makes one that accepts the button that Return presses from anywhere.
+    rename_ = buttons->addButton(tr("&Rename"), QDialogButtonBox::YesRole);
+    rename_->setObjectName(QStringLiteral("rename"));
+    rename_->setAutoDefault(false);
+    buttons->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
+    for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+        const QKeySequence shortcut(Qt::CTRL | key);
+        connect(new QShortcut(shortcut, this), &QShortcut::activated, this, &FileFormatController::updateFileNames);
+        if (key == Qt::Key_Return)
+            rename_->setToolTip(shortcut.toString(QKeySequence::NativeText));
+    }
     connect(buttons, &QDialogButtonBox::accepted, this, &FileFormatController::updateFileNames);
     connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
     grid.addWidget(buttons, grid.rowCount(), 0, 1, -1);
@@ -171,20 +192,43 @@ void FileFormatController::buildButtons(QGridLayout& grid)
 
 void FileFormatController::updateFileNames()
 {
-    emit renameWanted(tokenField_->tokens());
+    // What was typed last may not be in it yet.
+    if (planDue_.isActive())
+        showPlan();
+    if (renamed() == 0)
+        return;
+    emit renameWanted(records_, tokenField_->tokens());
     close();
+}
+
+void FileFormatController::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        QDialog::keyPressEvent(event);
+    else if (auto* button = qobject_cast<QPushButton*>(focusWidget()))
+        button->click();
+}
+
+void FileFormatController::changeEvent(QEvent* event)
+{
+    QDialog::changeEvent(event);
+    // Files may have come or gone while another program was used.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        planDue_.start();
 }
 
 void FileFormatController::showPreview()
 {
-    const QString name = audioFile_ ? FileNameFormat::buildFileName(tokenField_->tokens(), *audioFile_) : QString();
-    previewField_->setText(name);
+    previewField_->setText(
+        records_.empty() ? QString() : FileNameFormat::buildFileName(tokenField_->tokens(), *records_.front()));
     planDue_.start();
 }
 
 void FileFormatController::showPlan()
 {
-    plan_->setPlan(RenamePlan(list_.selectedObjects(), tokenField_->tokens()));
+    planDue_.stop();
+    plan_->setPlan(RenamePlan(records_, tokenField_->tokens()));
+    rename_->setEnabled(renamed() > 0);
     const bool anyFailing = plan_->plan().failing() > 0;
     if (!anyFailing)
         onlyFailing_->setChecked(false);
@@ -192,12 +236,16 @@ void FileFormatController::showPlan()
     summary_->setText(planText());
 }
 
+int FileFormatController::renamed() const
+{
+    const RenamePlan& plan = plan_->plan();
+    return static_cast<int>(plan.entries().size()) - plan.failing() - plan.unchanged();
+}
+
 QString FileFormatController::planText() const
 {
     const RenamePlan& plan = plan_->plan();
-    const auto all = static_cast<int>(plan.entries().size());
-    const int renamed = all - plan.failing() - plan.unchanged();
-    QString text = tr("%Ln files will be renamed", nullptr, renamed);
+    QString text = tr("%Ln files will be renamed", nullptr, renamed());
     if (plan.unchanged() > 0)
         text = tr("%1, %Ln unchanged", "%1 tells how many files will be renamed", plan.unchanged()).arg(text);
     if (plan.failing() > 0)

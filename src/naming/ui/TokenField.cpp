@@ -231,7 +231,7 @@ void TokenField::keyPressEvent(QKeyEvent* event)
 {
     const int key = event->key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-        event->ignore();
+        makeChipsOfTitles();
         return;
     }
     if (event->modifiers() == Qt::AltModifier && (key == Qt::Key_Left || key == Qt::Key_Right)) {

@@ -9,7 +9,7 @@
 ///
 /// A chip is one character for the cursor: it is selected by a click, removed by Backspace or Delete, dragged, cut,
 /// copied and pasted, inside the field and from one to another. Alt+Left and Alt+Right move the chip at the cursor
-/// past its neighbour. A typed text that reads like a chip becomes one when the field loses the focus.
+/// past its neighbour. A typed text that reads like a chip becomes one at Return, and when the field loses the focus.
 class TokenField : public QTextEdit {
     Q_OBJECT
 
