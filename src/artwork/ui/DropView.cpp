@@ -22,6 +22,8 @@ namespace {
 /// The well's greatest height.
 constexpr int largestSide = 240;
 constexpr int smallestSide = 120;
+/// Of the focus: what Delete and Paste then do concerns every selected file.
+constexpr int focusWidth = 4;
 
 /// Lies over the art, which may still be fading.
 class Overlay : public QWidget {
@@ -192,7 +194,7 @@ void DropView::keyPressEvent(QKeyEvent* event)
 void DropView::paintOverlay(QPainter& painter) const
 {
     if (hasFocus())
-        FocusRing::paint(painter, rect(), palette());
+        FocusRing::paint(painter, rect(), palette(), focusWidth);
     if (!drops_.hasSelection() || imageView_->image().isNull() || canDrag_)
         ArtPlaceholder::paint(painter, size(), color());
 }
