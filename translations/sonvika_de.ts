@@ -149,6 +149,13 @@
         <source>%1 × %2 pixels, %3, %4</source>
         <translation>%1 × %2 Pixel, %3, %4</translation>
     </message>
+    <message>
+        <source>Can&apos;t be shown
+%1</source>
+        <comment>%1 tells the size and the format</comment>
+        <translation>Kann nicht angezeigt werden
+%1</translation>
+    </message>
 </context>
 <context>
     <name>ArtworkCommands</name>
@@ -586,65 +593,6 @@
     </message>
 </context>
 <context>
-    <name>SearchField</name>
-    <message>
-        <source>Search</source>
-        <translation>Suchen</translation>
-    </message>
-    <message>
-        <source>Clear</source>
-        <translation>Leeren</translation>
-    </message>
-</context>
-<context>
-    <name>StatusLine</name>
-    <message>
-        <source>Version %1 is available</source>
-        <translation>Version %1 ist verfügbar</translation>
-    </message>
-    <message numerus="yes">
-        <source>%Ln files</source>
-        <translation>
-            <numerusform>%Ln Datei</numerusform>
-            <numerusform>%Ln Dateien</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%1 of %Ln files</source>
-        <comment>the files that match a search, of all</comment>
-        <translation>
-            <numerusform>%1 von %Ln Datei</numerusform>
-            <numerusform>%1 von %Ln Dateien</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%1, %Ln selected</source>
-        <comment>%1 tells the number of files</comment>
-        <translation>
-            <numerusform>%1, %Ln ausgewählt</numerusform>
-            <numerusform>%1, %Ln ausgewählt</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Stopped after %1 of %Ln files</source>
-        <translation>
-            <numerusform>Nach %1 von %Ln Datei angehalten</numerusform>
-            <numerusform>Nach %1 von %Ln Dateien angehalten</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Show what went wrong</source>
-        <translation>Zeigen, was fehlgeschlagen ist</translation>
-    </message>
-    <message numerus="yes">
-        <source>%Ln messages</source>
-        <translation>
-            <numerusform>%Ln Meldung</numerusform>
-            <numerusform>%Ln Meldungen</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
     <name>Messages</name>
     <message>
         <source>File already open</source>
@@ -943,10 +891,69 @@
     </message>
 </context>
 <context>
+    <name>SearchField</name>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+</context>
+<context>
     <name>SelectionSummary</name>
     <message>
         <source>Various</source>
         <translation>Verschiedene</translation>
+    </message>
+</context>
+<context>
+    <name>StatusLine</name>
+    <message>
+        <source>Version %1 is available</source>
+        <translation>Version %1 ist verfügbar</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln files</source>
+        <translation>
+            <numerusform>%Ln Datei</numerusform>
+            <numerusform>%Ln Dateien</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %Ln files</source>
+        <comment>the files that match a search, of all</comment>
+        <translation>
+            <numerusform>%1 von %Ln Datei</numerusform>
+            <numerusform>%1 von %Ln Dateien</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, %Ln selected</source>
+        <comment>%1 tells the number of files</comment>
+        <translation>
+            <numerusform>%1, %Ln ausgewählt</numerusform>
+            <numerusform>%1, %Ln ausgewählt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Stopped after %1 of %Ln files</source>
+        <translation>
+            <numerusform>Nach %1 von %Ln Datei angehalten</numerusform>
+            <numerusform>Nach %1 von %Ln Dateien angehalten</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Show what went wrong</source>
+        <translation>Zeigen, was fehlgeschlagen ist</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln messages</source>
+        <translation>
+            <numerusform>%Ln Meldung</numerusform>
+            <numerusform>%Ln Meldungen</numerusform>
+        </translation>
     </message>
 </context>
 <context>

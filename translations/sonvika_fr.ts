@@ -149,6 +149,13 @@
         <source>%1 × %2 pixels, %3, %4</source>
         <translation>%1 × %2 pixels, %3, %4</translation>
     </message>
+    <message>
+        <source>Can&apos;t be shown
+%1</source>
+        <comment>%1 tells the size and the format</comment>
+        <translation>Impossible à afficher
+%1</translation>
+    </message>
 </context>
 <context>
     <name>ArtworkCommands</name>
@@ -586,65 +593,6 @@
     </message>
 </context>
 <context>
-    <name>SearchField</name>
-    <message>
-        <source>Search</source>
-        <translation>Rechercher</translation>
-    </message>
-    <message>
-        <source>Clear</source>
-        <translation>Effacer</translation>
-    </message>
-</context>
-<context>
-    <name>StatusLine</name>
-    <message>
-        <source>Version %1 is available</source>
-        <translation>La version %1 est disponible</translation>
-    </message>
-    <message numerus="yes">
-        <source>%Ln files</source>
-        <translation>
-            <numerusform>%Ln fichier</numerusform>
-            <numerusform>%Ln fichiers</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%1 of %Ln files</source>
-        <comment>the files that match a search, of all</comment>
-        <translation>
-            <numerusform>%1 sur %Ln fichier</numerusform>
-            <numerusform>%1 sur %Ln fichiers</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%1, %Ln selected</source>
-        <comment>%1 tells the number of files</comment>
-        <translation>
-            <numerusform>%1, %Ln sélectionné</numerusform>
-            <numerusform>%1, %Ln sélectionnés</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Stopped after %1 of %Ln files</source>
-        <translation>
-            <numerusform>Arrêté après %1 fichier sur %Ln</numerusform>
-            <numerusform>Arrêté après %1 fichiers sur %Ln</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Show what went wrong</source>
-        <translation>Afficher ce qui a échoué</translation>
-    </message>
-    <message numerus="yes">
-        <source>%Ln messages</source>
-        <translation>
-            <numerusform>%Ln message</numerusform>
-            <numerusform>%Ln messages</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
     <name>Messages</name>
     <message>
         <source>File already open</source>
@@ -943,10 +891,69 @@
     </message>
 </context>
 <context>
+    <name>SearchField</name>
+    <message>
+        <source>Search</source>
+        <translation>Rechercher</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Effacer</translation>
+    </message>
+</context>
+<context>
     <name>SelectionSummary</name>
     <message>
         <source>Various</source>
         <translation>Divers</translation>
+    </message>
+</context>
+<context>
+    <name>StatusLine</name>
+    <message>
+        <source>Version %1 is available</source>
+        <translation>La version %1 est disponible</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln files</source>
+        <translation>
+            <numerusform>%Ln fichier</numerusform>
+            <numerusform>%Ln fichiers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %Ln files</source>
+        <comment>the files that match a search, of all</comment>
+        <translation>
+            <numerusform>%1 sur %Ln fichier</numerusform>
+            <numerusform>%1 sur %Ln fichiers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, %Ln selected</source>
+        <comment>%1 tells the number of files</comment>
+        <translation>
+            <numerusform>%1, %Ln sélectionné</numerusform>
+            <numerusform>%1, %Ln sélectionnés</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Stopped after %1 of %Ln files</source>
+        <translation>
+            <numerusform>Arrêté après %1 fichier sur %Ln</numerusform>
+            <numerusform>Arrêté après %1 fichiers sur %Ln</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Show what went wrong</source>
+        <translation>Afficher ce qui a échoué</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln messages</source>
+        <translation>
+            <numerusform>%Ln message</numerusform>
+            <numerusform>%Ln messages</numerusform>
+        </translation>
     </message>
 </context>
 <context>
