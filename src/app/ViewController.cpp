@@ -7,7 +7,6 @@
 #include "library/FieldEditor.h"
 #include "library/FileLoader.h"
 #include "library/RowStep.h"
-#include "model/NumberText.h"
 #include "naming/FileRenamer.h"
 #include "platform/FilePanels.h"
 #include "tagengine/TaglibWrapper.h"
@@ -24,7 +23,9 @@ ViewController::ViewController(ArrayController& list, FileLoader& loader, FieldE
     : list_(list), loader_(loader), editor_(editor), batch_(batch), artwork_(artwork), art_(art), renamer_(renamer),
       panels_(panels)
 {
-    connect(&batch, &BatchCommands::artWritten, &art, &ShownArt::put);
+    const auto showArtAgain = [this] { art_.put(commonArt(selectionSummary())); };
+    connect(&batch, &BatchCommands::artChanged, this, showArtAgain);
+    connect(&artwork, &ArtworkCommands::artChanged, this, showArtAgain);
     connect(&list.selection(), &ListSelection::aboutToChange, this, &ViewController::editingShouldEnd);
     connect(&list.selection(), &ListSelection::changed, this, &ViewController::updateFields);
 }
@@ -185,8 +186,12 @@ void ViewController::updateFields()
 
 QByteArray ViewController::commonArt(const SelectionSummary& summary) const
 {
-    if (summary.value(QStringLiteral("imageDataLength"), NumberText::variousNumber) == NumberText::variousNumber)
+    if (summary.isEmpty() || summary.isMixed(QStringLiteral("imageDataLength")))
         return {};
-    const auto& first = *list_.arrangedObjects()[static_cast<std::size_t>(list_.selection().rows().first())];
+    const QList<int> rows = list_.selection().rows();
+    const auto& first = *list_.arrangedObjects()[static_cast<std::size_t>(rows.first())];
+    // Bytes that are no picture may differ though they measure alike.
+    if (first.imageDataLength == 0 && rows.size() > 1)
+        return {};
     return TaglibWrapper::getImageData(first.path, first.fileType).value_or(QByteArray());
 }

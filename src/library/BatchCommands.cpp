@@ -20,8 +20,7 @@ QString numbered(int number, const QString& trackNumber)
 /// The record of a file whose tags were removed.
 AudioFilePtr emptyRecord(const AudioFile& record)
 {
-    const auto art = TaglibWrapper::getImageData(record.path, record.fileType);
-    return AudioFile::fromPropertyMap({}, record.path, measureImage(art.value_or(QByteArray())));
+    return AudioFile::fromPropertyMap({}, record.path, measureImageIn(record.path, record.fileType));
 }
 
 } // namespace
@@ -46,36 +45,38 @@ void BatchCommands::removeUnsupportedTags()
 {
     WorkLoop::run(monitor_, list_.selectedObjects(),
                   [this](const AudioFilePtr& record) { removeUnsupportedTags(*record); });
+    emit artChanged();
 }
 
-void BatchCommands::removeUnsupportedTags(const AudioFile& record)
+void BatchCommands::removeUnsupportedTags(AudioFile& record)
 {
     const auto art = TaglibWrapper::getImageData(record.path, record.fileType);
     if (!art)
         return;
     if (!TaglibWrapper::removeUnsupportedTags(record.path))
         noteFailure(record, Messages::unableToRemoveUnsupportedTags());
-    else if (TaglibWrapper::setImageData(*art, record.path, record.fileType))
-        emit artWritten(*art);
-    else
+    else if (!TaglibWrapper::setImageData(*art, record.path, record.fileType))
         postFailure(record, Messages::unableToRestoreAlbumArt());
+    record.imageDataLength = measureImageIn(record.path, record.fileType);
 }
 
 void BatchCommands::removeAllTags()
 {
-    WorkLoop::run(monitor_, list_.selectedObjects(), [this](const AudioFilePtr& record) { removeAllTags(record); });
+    WorkLoop::run(monitor_, list_.selectedObjects(), [this](const AudioFilePtr& record) { removeAllTags(*record); });
     list_.reloadData();
+    emit artChanged();
 }
 
-void BatchCommands::removeAllTags(const AudioFilePtr& record)
+void BatchCommands::removeAllTags(AudioFile& record)
 {
-    TaglibWrapper::setImageData({}, record->path, record->fileType);
-    if (!TaglibWrapper::removeAllTags(record->path)) {
-        postFailure(*record, Messages::unableToRemoveAllTags());
+    TaglibWrapper::setImageData({}, record.path, record.fileType);
+    if (TaglibWrapper::removeAllTags(record.path)) {
+        // In its place: whoever holds the record goes on with what the file is now.
+        record = *emptyRecord(record);
         return;
     }
-    emit artWritten({});
-    list_.replaceObject(record, emptyRecord(*record));
+    postFailure(record, Messages::unableToRemoveAllTags());
+    record.imageDataLength = measureImageIn(record.path, record.fileType);
 }
 
 void BatchCommands::noteFailure(const AudioFile& record, const QString& message)

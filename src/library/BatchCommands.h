@@ -2,7 +2,6 @@
 
 #include "model/AudioFile.h"
 
-#include <QByteArray>
 #include <QObject>
 
 class ArrayController;
@@ -22,19 +21,19 @@ public:
     /// and its place in the count.
     void incrementTrackNumbers();
     /// Removes every item that has no property key from each selected file with cover art, which stays; files without
-    /// art are left alone. No record changes.
+    /// art are left alone. The records change only in the measure of their art.
     void removeUnsupportedTags();
     /// Removes the cover art and every item that the property interface knows, and empties the records. A record whose
-    /// file can't be stripped stays, though its file may have lost the art.
+    /// file can't be stripped stays, except for the measure of the art, which the file may have lost.
     void removeAllTags();
 
 signals:
-    /// This is now the art of the file handled last; empty when it has none.
-    void artWritten(const QByteArray& bytes);
+    /// Files that were selected may have other art, or none.
+    void artChanged();
 
 private:
-    void removeUnsupportedTags(const AudioFile& record);
-    void removeAllTags(const AudioFilePtr& record);
+    void removeUnsupportedTags(AudioFile& record);
+    void removeAllTags(AudioFile& record);
     void noteFailure(const AudioFile& record, const QString& message);
     void postFailure(const AudioFile& record, const QString& message);
 
