@@ -101,7 +101,7 @@ void settingCovers(const Corpus& corpus, const QString& root)
                 program.controller.selectAll();
             },
             [&](const QStringList& paths) {
-                program.artwork.setArtFromFile(image);
+                program.artwork.setArtFromFile(image, program.list.selectedObjects());
                 const QString& last = paths.back();
                 if (TaglibWrapper::getImageData(last, last.right(3)).value_or(QByteArray()).size() < coverBytes)
                     throw std::runtime_error("the command set no cover");

@@ -101,6 +101,16 @@
     </message>
 </context>
 <context>
+    <name>Messages</name>
+    <message numerus="yes">
+        <source>%Ln files are no longer in the list, so their album art stays as it is</source>
+        <translation>
+            <numerusform>%Ln file is no longer in the list, so its album art stays as it is</numerusform>
+            <numerusform>%Ln files are no longer in the list, so their album art stays as it is</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>StatusLine</name>
     <message numerus="yes">
         <source>%Ln files</source>

@@ -157,6 +157,13 @@
         <source>%1 × %2 pixels, %3, %4</source>
         <translation>%1 × %2 pixels, %3, %4</translation>
     </message>
+    <message>
+        <source>Can&apos;t be shown
+%1</source>
+        <comment>%1 tells the size and the format</comment>
+        <translation>Impossible à afficher
+%1</translation>
+    </message>
 </context>
 <context>
     <name>ArtworkCommands</name>
@@ -736,6 +743,13 @@
         <source>Sonvika</source>
         <translation>Sonvika</translation>
     </message>
+    <message numerus="yes">
+        <source>%Ln files are no longer in the list, so their album art stays as it is</source>
+        <translation>
+            <numerusform>%Ln fichier n’est plus dans la liste, sa pochette reste telle quelle</numerusform>
+            <numerusform>%Ln fichiers ne sont plus dans la liste, leurs pochettes restent telles quelles</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>MessagesWindow</name>
@@ -970,6 +984,15 @@
     <message>
         <source>Remark</source>
         <translation>Remarque</translation>
+    </message>
+</context>
+<context>
+    <name>SaveDialog</name>
+    <message>
+        <source>%1 already exists.
+Do you want to replace it?</source>
+        <translation>%1 existe déjà.
+Voulez-vous le remplacer&#xa0;?</translation>
     </message>
 </context>
 <context>

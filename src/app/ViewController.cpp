@@ -7,7 +7,6 @@
 #include "library/FieldEditor.h"
 #include "library/FileLoader.h"
 #include "library/RowStep.h"
-#include "model/NumberText.h"
 #include "naming/FileRenamer.h"
 #include "platform/FilePanels.h"
 #include "tagengine/TaglibWrapper.h"
@@ -25,7 +24,9 @@ ViewController::ViewController(ArrayController& list, FileLoader& loader, FieldE
       panels_(panels)
 {
     artwork.setReport([this](const Deed& deed) { emit done(deed); });
-    connect(&batch, &BatchCommands::artWritten, &art, &ShownArt::put);
+    const auto showArtAgain = [this] { art_.put(commonArt(selectionSummary())); };
+    connect(&batch, &BatchCommands::artChanged, this, showArtAgain);
+    connect(&artwork, &ArtworkCommands::artChanged, this, showArtAgain);
     connect(&list.selection(), &ListSelection::aboutToChange, this, &ViewController::editingShouldEnd);
     connect(&list.selection(), &ListSelection::changed, this, &ViewController::updateFields);
 }
@@ -192,8 +193,12 @@ void ViewController::updateFields()
 
 QByteArray ViewController::commonArt(const SelectionSummary& summary) const
 {
-    if (summary.value(QStringLiteral("imageDataLength"), NumberText::variousNumber) == NumberText::variousNumber)
+    if (summary.isEmpty() || summary.isMixed(QStringLiteral("imageDataLength")))
         return {};
-    const auto& first = *list_.arrangedObjects()[static_cast<std::size_t>(list_.selection().rows().first())];
+    const QList<int> rows = list_.selection().rows();
+    const auto& first = *list_.arrangedObjects()[static_cast<std::size_t>(rows.first())];
+    // Bytes that are no picture may differ though they measure alike.
+    if (first.imageDataLength == 0 && rows.size() > 1)
+        return {};
     return TaglibWrapper::getImageData(first.path, first.fileType).value_or(QByteArray());
 }

@@ -9,6 +9,7 @@
 #include "library/Messages.h"
 #include "library/SelectionSummary.h"
 #include "library/WorkMonitor.h"
+#include "model/ImageMeasure.h"
 #include "model/Picture.h"
 #include "platform/FileBrowser.h"
 #include "platform/FileSystem.h"
@@ -18,7 +19,9 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <iterator>
+#include <unordered_set>
 
 namespace {
 
@@ -38,76 +41,98 @@ ArtworkCommands::ArtworkCommands(ArrayController& list, ShownArt& art, Notifier&
 
 void ArtworkCommands::updateImage()
 {
-    const QString title = translated(QT_TRANSLATE_NOOP("ArtworkCommands", "Change Image"));
-    panels_.chooseImageFiles(title, ImageFormats::mimeTypes(), [this](const QStringList& paths) {
+    const Records records = list_.selectedObjects();
+    if (records.empty())
+        return;
+    ImagePanelRequest request;
+    request.title = translated(QT_TRANSLATE_NOOP("ArtworkCommands", "Change Image"));
+    request.mimeTypes = ImageFormats::mimeTypes();
+    for (const auto& record : records)
+        request.subject.append(record->path);
+    request.chosen = [this, records](const QStringList& paths) {
         const QString path = paths.value(0);
         if (ImageFormats::extensions().contains(QFileInfo(path).suffix()))
-            setArtFromFile(path);
+            setArtFromFile(path, records);
         else
             Messages::post(notifier_, {path, Messages::unsupportedFileType(), {}});
-    });
+    };
+    panels_.chooseImageFiles(request);
 }
 
-bool ArtworkCommands::setArtFromFile(const QString& path)
+bool ArtworkCommands::setArtFromFile(const QString& path, const Records& records)
 {
     const ImageFile file = ImageFile::read(path);
     if (file.error.isEmpty())
-        return setArt(file.bytes);
+        return setArt(file.bytes, stillListed(records));
     refuse(file.error, path);
     return true;
 }
 
-bool ArtworkCommands::setArt(const QByteArray& bytes)
+ArtworkCommands::Records ArtworkCommands::stillListed(const Records& records)
 {
-    const auto records = list_.selectedObjects();
+    const std::unordered_set<AudioFilePtr> listed(list_.content().begin(), list_.content().end());
+    Records left;
+    std::copy_if(records.begin(), records.end(), std::back_inserter(left),
+                 [&](const auto& record) { return listed.contains(record); });
+    const auto gone = static_cast<int>(records.size() - left.size());
+    if (gone > 0)
+        Messages::post(notifier_,
+                       {records.size() == 1 ? records[0]->path : QString(), Messages::noLongerInList(gone), {}});
+    return left;
+}
+
+bool ArtworkCommands::setArt(const QByteArray& bytes, const Records& records)
+{
+    const qint64 measure = measureImage(bytes);
     Deed deed{Deed::Kind::ArtSet, std::ssize(records)};
-    const bool allTried = WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) {
-        if (TaglibWrapper::setImageData(bytes, record->path, record->fileType)) {
-            art_.put(bytes);
-            ++deed.done;
-        } else {
+    const bool isDone = WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) {
+        const bool isWritten = TaglibWrapper::setImageData(bytes, record->path, record->fileType);
+        if (!isWritten)
             Messages::post(notifier_,
                            {record->path, Messages::unableToSaveAlbumArt(), TaglibWrapper::failureReason()});
-        }
+        record->imageDataLength = isWritten ? measure : measureImageIn(record->path, record->fileType);
+        deed.done += isWritten;
     });
+    emit artChanged();
     report_(deed);
-    return allTried;
+    return isDone;
 }
 
 void ArtworkCommands::deleteImage()
 {
-    const auto records = list_.selectedObjects();
+    const Records records = list_.selectedObjects();
     Deed deed{Deed::Kind::ArtDeleted, std::ssize(records)};
     WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) {
-        if (TaglibWrapper::setImageData({}, record->path, record->fileType)) {
-            art_.put({});
-            ++deed.done;
-        } else {
+        const bool isWritten = TaglibWrapper::setImageData({}, record->path, record->fileType);
+        if (!isWritten)
             notifier_.noteFailure({record->path, Messages::unableToRemoveAlbumArt(), TaglibWrapper::failureReason()});
-        }
+        record->imageDataLength = isWritten ? 0 : measureImageIn(record->path, record->fileType);
+        deed.done += isWritten;
     });
+    emit artChanged();
     report_(deed);
 }
 
 void ArtworkCommands::saveImage()
 {
+    if (!art_.isShown())
+        return;
     const QString title = SelectionSummary(list_.selectedObjects()).shownValue(QStringLiteral("title"));
+    const QString name = FileSystem::asFileName(title);
     SavePanelRequest request;
     request.title = translated(QT_TRANSLATE_NOOP("ArtworkCommands", "Save Image"));
-    request.name =
-        title.isEmpty() ? translated(QT_TRANSLATE_NOOP("ArtworkCommands", "Title")) : FileSystem::asFileName(title);
+    request.name = name.isEmpty() ? translated(QT_TRANSLATE_NOOP("ArtworkCommands", "Title")) : name;
+    request.subject = {request.name, QString::number(measureImage(art_.bytes()))};
     request.willAppear = [this](SavePanel& panel) { accessory_.viewWillAppear(panel); };
-    request.formatSelected = [this](SavePanel& panel, int index) { accessory_.selectFormat(panel, index); };
-    request.chosen = [this](const QString& path) { saveArt(path); };
+    request.formatSelected = [this](int index) { accessory_.selectFormat(index); };
+    request.chosen = [this, art = art_.bytes()](const QString& path) { saveArt(art, path); };
     panels_.chooseSavePath(request);
 }
 
-bool ArtworkCommands::saveArt(const QString& path)
+bool ArtworkCommands::saveArt(const QByteArray& art, const QString& path)
 {
-    const int format = ImageFormats::indexForExtension(QFileInfo(path).suffix());
-    if (!art_.isShown())
-        return false;
-    const auto bytes = ImageFormats::encode(Picture::decode(art_.bytes()), format);
+    const int format = ImageFormats::indexForExtension(QFileInfo(path).suffix().toLower());
+    const auto bytes = ImageFormats::encode(Picture::decode(art), format);
     const QString error =
         bytes ? ImageFile::write(path, *bytes)
               : translated(QT_TRANSLATE_NOOP("ArtworkCommands", "The picture can't be decoded or converted"));
@@ -140,8 +165,9 @@ std::unique_ptr<QMimeData> ArtworkCommands::copiedImage() const
 void ArtworkCommands::pasteImage(const QMimeData& pasteboard)
 {
     const QStringList files = PictureSource::files(pasteboard);
+    const Records records = list_.selectedObjects();
     if (!files.isEmpty()) {
-        setArtFromFile(files.first());
+        setArtFromFile(files.first(), records);
         return;
     }
     const auto data = PictureSource::readData(pasteboard);
@@ -149,7 +175,7 @@ void ArtworkCommands::pasteImage(const QMimeData& pasteboard)
         return;
     const QString objection = ImageFile::objectionTo(data->bytes);
     if (objection.isEmpty())
-        setArt(data->bytes);
+        setArt(data->bytes, records);
     else
         refuse(objection);
 }

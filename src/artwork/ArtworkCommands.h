@@ -2,13 +2,16 @@
 
 #include "artwork/SavePanelAccessoryView.h"
 #include "library/Deed.h"
+#include "model/AudioFile.h"
 
 #include <QByteArray>
+#include <QObject>
 #include <QString>
 
 #include <functional>
 #include <memory>
 #include <utility>
+#include <vector>
 
 class ArrayController;
 class FileBrowser;
@@ -21,10 +24,17 @@ class WorkMonitor;
 
 /// Commands on the cover art of the selected files, and revealing those files.
 ///
-/// Art that comes in is stored as the encoded bytes it came in. Commands write only into the files; the records keep
-/// what they knew. Failures are posted to the user and stop only the file concerned.
-class ArtworkCommands {
+/// Art that comes in is stored as the encoded bytes it came in. The measure of a record's art follows what is written.
+/// Failures are posted to the user and stop only the file concerned.
+///
+/// A panel, a drop or a drag is about the records and the art of the moment when it began. Records that are no longer
+/// in the list when it ends are left out, which is posted to the user.
+class ArtworkCommands : public QObject {
+    Q_OBJECT
+
 public:
+    using Records = std::vector<AudioFilePtr>;
+
     ArtworkCommands(ArrayController& list, ShownArt& art, Notifier& notifier, FilePanels& panels,
                     FileBrowser& fileBrowser, UserDefaults& defaults, WorkMonitor& monitor);
 
@@ -33,17 +43,17 @@ public:
 
     /// Lets the user choose an image file, of which the first counts, and sets it as the art of every selected file.
     void updateImage();
-    /// Sets the contents of an image file as the art of every selected file. Refused, with a message, when the file
+    /// Sets the contents of an image file as the art of the records' files. Refused, with a message, when the file
     /// can't be read, holds no picture, or is larger than 64 MB.
     /// @return false when the user stopped it.
-    bool setArtFromFile(const QString& path);
+    bool setArtFromFile(const QString& path, const Records& records);
     /// Removes the art from every selected file.
     void deleteImage();
     /// Lets the user choose where, and in which format, to save the art that is shown.
     void saveImage();
-    /// Saves the art that is shown in the format that the extension names (see ImageFormats).
-    /// @return false when nothing was written, which is posted to the user unless no art is shown.
-    bool saveArt(const QString& path);
+    /// Saves art in the format that the extension, in capitals or not, names (see ImageFormats).
+    /// @return false when nothing was written, which is posted to the user.
+    bool saveArt(const QByteArray& art, const QString& path);
     /// Reveals each selected file that is there.
     void showInFinder();
 
@@ -52,8 +62,13 @@ public:
     /// Sets an image file or image data from the clipboard as the art of every selected file.
     void pasteImage(const QMimeData& pasteboard);
 
+signals:
+    /// Files in the list may have other art, or none.
+    void artChanged();
+
 private:
-    bool setArt(const QByteArray& bytes);
+    bool setArt(const QByteArray& bytes, const Records& records);
+    Records stillListed(const Records& records);
     void refuse(const QString& reason, const QString& path = {});
 
     ArrayController& list_;

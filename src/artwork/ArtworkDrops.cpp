@@ -33,10 +33,10 @@ bool ArtworkDrops::accepts(const QMimeData& data) const
 
 bool ArtworkDrops::performDragOperation(const QMimeData& data)
 {
-    const auto setArt = [this](const QStringList& paths) {
-        const auto set = [this, paths] {
+    const auto setArt = [this, records = list_.selectedObjects()](const QStringList& paths) {
+        const auto set = [this, records, paths] {
             for (const auto& path : paths) {
-                if (!commands_.setArtFromFile(path))
+                if (!commands_.setArtFromFile(path, records))
                     break;
             }
         };
@@ -67,8 +67,8 @@ std::unique_ptr<QMimeData> ArtworkDrops::pasteboardWriterForDropView()
     if (!art_.isShown())
         return nullptr;
     auto provider = std::make_unique<FilePromiseProvider>();
-    provider->promise(QStringLiteral("text/uri-list"), [this, name = fileNameForType()] {
-        const QString path = writePromise(name);
+    provider->promise(QStringLiteral("text/uri-list"), [this, art = art_.bytes(), name = fileNameForType()] {
+        const QString path = writePromise(art, name);
         return path.isEmpty() ? QVariantList() : QVariantList{QUrl::fromLocalFile(path)};
     });
     return provider;
@@ -77,11 +77,12 @@ std::unique_ptr<QMimeData> ArtworkDrops::pasteboardWriterForDropView()
 QString ArtworkDrops::fileNameForType() const
 {
     const QString title = SelectionSummary(list_.selectedObjects()).shownValue(QStringLiteral("title"));
-    const QString base = title.isEmpty() ? QStringLiteral("AlbumArt") : FileSystem::asFileName(title);
-    return base + QLatin1Char('.') + ImageFormats::extensions().value(ImageFormats::storedIndex(defaults_));
+    const QString name = FileSystem::asFileName(title);
+    return (name.isEmpty() ? QStringLiteral("AlbumArt") : name) + QLatin1Char('.')
+           + ImageFormats::extensions().value(ImageFormats::storedIndex(defaults_));
 }
 
-QString ArtworkDrops::writePromise(const QString& fileName)
+QString ArtworkDrops::writePromise(const QByteArray& art, const QString& fileName)
 {
     if (!promised_)
         promised_ = std::make_unique<QTemporaryDir>();
@@ -93,5 +94,5 @@ QString ArtworkDrops::writePromise(const QString& fileName)
     if (!folder.mkpath(QStringLiteral(".")))
         return {};
     const QString path = folder.filePath(fileName);
-    return commands_.saveArt(path) ? path : QString();
+    return commands_.saveArt(art, path) ? path : QString();
 }

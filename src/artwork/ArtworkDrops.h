@@ -26,7 +26,8 @@ public:
 
     /// Whether a drop would set art: it brings an image, and there are selected files.
     bool accepts(const QMimeData& data) const;
-    /// Sets the dropped images as art, one after another, when the event loop is reached again; the last one stays.
+    /// Sets the dropped images as art of the files that are selected now, one after another, when the event loop is
+    /// reached again; the last one stays.
     /// @return false when there is none.
     bool performDragOperation(const QMimeData& data);
 
@@ -37,7 +38,7 @@ public:
     QString fileNameForType() const;
 
 private:
-    QString writePromise(const QString& fileName);
+    QString writePromise(const QByteArray& art, const QString& fileName);
 
     ArrayController& list_;
     ArtworkCommands& commands_;

@@ -2,11 +2,10 @@
 
 #include "platform/UserDefaults.h"
 
-#include <algorithm>
-
 namespace {
 
 constexpr int jpeg = 0;
+constexpr int tiff = 2;
 
 } // namespace
 
@@ -20,7 +19,9 @@ const QStringList& ImageFormats::extensions()
 QStringList ImageFormats::allowedExtensions(int format)
 {
     const QString extension = extensions().value(format);
-    return format == jpeg ? QStringList{QStringLiteral("jpeg"), extension} : QStringList{extension};
+    if (format == jpeg)
+        return {QStringLiteral("jpeg"), extension};
+    return format == tiff ? QStringList{extension, QStringLiteral("tif")} : QStringList{extension};
 }
 
 const QStringList& ImageFormats::mimeTypes()
@@ -41,7 +42,11 @@ const QStringList& ImageFormats::titles()
 
 int ImageFormats::indexForExtension(const QString& extension)
 {
-    return std::max<int>(jpeg, static_cast<int>(extensions().indexOf(extension)));
+    for (int format = jpeg; format < extensions().size(); ++format) {
+        if (allowedExtensions(format).contains(extension))
+            return format;
+    }
+    return jpeg;
 }
 
 int ImageFormats::storedIndex(const UserDefaults& defaults)

@@ -15,8 +15,8 @@ namespace ImageFormats {
 
 /// "jpg", "png", "tiff", "gif", "bmp": what a chosen image file may be called, exactly.
 const QStringList& extensions();
-/// What a file saved in the format may be called; the first is the usual one: "jpeg" or "jpg", "png", "tiff", "gif",
-/// "bmp".
+/// What a file saved in the format may be called; the first is the usual one: "jpeg" or "jpg", "png", "tiff" or "tif",
+/// "gif", "bmp".
 QStringList allowedExtensions(int format);
 const QStringList& mimeTypes();
 /// "JPEG (*.jpeg)" and so on.

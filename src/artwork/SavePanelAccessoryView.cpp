@@ -7,20 +7,16 @@ SavePanelAccessoryView::SavePanelAccessoryView(UserDefaults& defaults) : default
 
 void SavePanelAccessoryView::viewWillAppear(SavePanel& savePanel)
 {
-    const int index = ImageFormats::storedIndex(defaults_);
-    savePanel.setFormatTitles(ImageFormats::titles());
-    savePanel.selectFormat(index);
-    applyFormat(savePanel, index);
+    const QStringList& titles = ImageFormats::titles();
+    QList<QStringList> extensions;
+    for (int index = 0; index < titles.size(); ++index)
+        extensions.append(ImageFormats::allowedExtensions(index));
+    savePanel.setFormats(titles, extensions);
+    savePanel.selectFormat(ImageFormats::storedIndex(defaults_));
 }
 
-void SavePanelAccessoryView::selectFormat(SavePanel& savePanel, int index)
+void SavePanelAccessoryView::selectFormat(int index)
 {
-    applyFormat(savePanel, index);
     defaults_.setInt(DefaultsKey::fileTypeIndex, index);
     defaults_.synchronize();
-}
-
-void SavePanelAccessoryView::applyFormat(SavePanel& savePanel, int index)
-{
-    savePanel.setAllowedExtensions(ImageFormats::allowedExtensions(index));
 }

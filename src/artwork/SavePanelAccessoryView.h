@@ -12,10 +12,8 @@ public:
     /// Offers the formats and selects the stored one.
     void viewWillAppear(SavePanel& savePanel);
     /// The user chose the format at @p index.
-    void selectFormat(SavePanel& savePanel, int index);
+    void selectFormat(int index);
 
 private:
-    void applyFormat(SavePanel& savePanel, int index);
-
     UserDefaults& defaults_;
 };

@@ -7,7 +7,7 @@ void ShownArt::show(const QByteArray& bytes)
     if (bytes == bytes_)
         return;
     bytes_ = bytes;
-    isPicture_ = !Picture::size(bytes).isEmpty();
+    isShown_ = !Picture::size(bytes).isEmpty();
     emit changed();
 }
 
@@ -15,4 +15,13 @@ void ShownArt::put(const QByteArray& bytes)
 {
     show(bytes);
     emit fadeInWanted();
+}
+
+void ShownArt::setDecoded(bool decoded)
+{
+    const bool isShown = decoded && Picture::canBeDecodedWhole(bytes_);
+    if (isShown == isShown_)
+        return;
+    isShown_ = isShown;
+    emit changed();
 }

@@ -3,26 +3,31 @@
 #include <QByteArray>
 #include <QObject>
 
-/// The cover art that the well shows, as encoded bytes.
+/// The cover art of the selection, as encoded bytes, and whether the well shows it.
 class ShownArt : public QObject {
     Q_OBJECT
 
 public:
-    /// Empty when nothing is shown.
+    /// Empty when there is none.
     const QByteArray& bytes() const { return bytes_; }
-    /// False also for bytes that are no picture.
-    bool isShown() const { return isPicture_; }
+    bool isThere() const { return !bytes_.isEmpty(); }
+    /// Whether it is a picture that is shown and can be saved, copied and dragged out. What its header says counts
+    /// until the well has decoded it.
+    bool isShown() const { return isShown_; }
 
     /// Shows a picture; empty bytes clear the well.
     void show(const QByteArray& bytes);
     /// The same for a picture that a command has just written: it fades in.
     void put(const QByteArray& bytes);
+    /// The well has decoded the art, or found that it can't be decoded.
+    void setDecoded(bool decoded);
 
 signals:
+    /// There is other art, or it has turned out whether it can be shown.
     void changed();
     void fadeInWanted();
 
 private:
     QByteArray bytes_;
-    bool isPicture_ = false;
+    bool isShown_ = false;
 };

@@ -111,15 +111,6 @@ void ArrayController::removeObjectsAtArrangedObjectIndexes(const QList<int>& row
     emit countChanged();
 }
 
-void ArrayController::replaceObject(const AudioFilePtr& old, const AudioFilePtr& record)
-{
-    for (auto* records : {&content_, &arranged_}) {
-        const auto found = std::find(records->begin(), records->end(), old);
-        if (found != records->end())
-            *found = record;
-    }
-}
-
 void ArrayController::renameObject(AudioFile& record, const QString& fileName, const QString& path)
 {
     paths_.remove(record.path);

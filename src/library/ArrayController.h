@@ -47,9 +47,6 @@ public:
     void addObject(AudioFilePtr record);
     /// Removes records by their rows (ascending).
     void removeObjectsAtArrangedObjectIndexes(const QList<int>& rows);
-    /// Puts another record of the same file in the place of one, whose row and selection it takes over. The
-    /// views follow with reloadData.
-    void replaceObject(const AudioFilePtr& old, const AudioFilePtr& record);
     /// Notes that the record's file has another name and path now. The views follow with reloadData.
     void renameObject(AudioFile& record, const QString& fileName, const QString& path);
     /// Moves the given rows (ascending) to the gap before row @p gap. The list is no longer sorted after it.

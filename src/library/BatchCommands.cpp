@@ -22,8 +22,7 @@ QString numbered(int number, const QString& trackNumber)
 /// The record of a file whose tags were removed.
 AudioFilePtr emptyRecord(const AudioFile& record)
 {
-    const auto art = TaglibWrapper::getImageData(record.path, record.fileType);
-    return AudioFile::fromPropertyMap({}, record.path, measureImage(art.value_or(QByteArray())));
+    return AudioFile::fromPropertyMap({}, record.path, measureImageIn(record.path, record.fileType));
 }
 
 } // namespace
@@ -59,42 +58,44 @@ Deed BatchCommands::removeUnsupportedTags()
         else
             --deed.wanted;
     });
+    emit artChanged();
     return deed;
 }
 
-bool BatchCommands::removeUnsupportedTags(const AudioFile& record, const QByteArray& art)
+bool BatchCommands::removeUnsupportedTags(AudioFile& record, const QByteArray& art)
 {
     if (!TaglibWrapper::removeUnsupportedTags(record.path)) {
         noteFailure(record, Messages::unableToRemoveUnsupportedTags());
         return false;
     }
-    if (!TaglibWrapper::setImageData(art, record.path, record.fileType)) {
+    const bool isRestored = TaglibWrapper::setImageData(art, record.path, record.fileType);
+    if (!isRestored)
         postFailure(record, Messages::unableToRestoreAlbumArt());
-        return false;
-    }
-    emit artWritten(art);
-    return true;
+    record.imageDataLength = measureImageIn(record.path, record.fileType);
+    return isRestored;
 }
 
 Deed BatchCommands::removeAllTags()
 {
     const auto records = list_.selectedObjects();
     Deed deed{Deed::Kind::AllTagsRemoved, std::ssize(records)};
-    WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) { deed.done += removeAllTags(record); });
+    WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) { deed.done += removeAllTags(*record); });
     list_.reloadData();
+    emit artChanged();
     return deed;
 }
 
-bool BatchCommands::removeAllTags(const AudioFilePtr& record)
+bool BatchCommands::removeAllTags(AudioFile& record)
 {
-    TaglibWrapper::setImageData({}, record->path, record->fileType);
-    if (!TaglibWrapper::removeAllTags(record->path)) {
-        postFailure(*record, Messages::unableToRemoveAllTags());
-        return false;
+    TaglibWrapper::setImageData({}, record.path, record.fileType);
+    if (TaglibWrapper::removeAllTags(record.path)) {
+        // In its place: whoever holds the record goes on with what the file is now.
+        record = *emptyRecord(record);
+        return true;
     }
-    emit artWritten({});
-    list_.replaceObject(record, emptyRecord(*record));
-    return true;
+    postFailure(record, Messages::unableToRemoveAllTags());
+    record.imageDataLength = measureImageIn(record.path, record.fileType);
+    return false;
 }
 
 void BatchCommands::noteFailure(const AudioFile& record, const QString& message)

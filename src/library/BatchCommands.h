@@ -3,7 +3,6 @@
 #include "library/Deed.h"
 #include "model/AudioFile.h"
 
-#include <QByteArray>
 #include <QObject>
 
 class ArrayController;
@@ -23,19 +22,19 @@ public:
     /// and its place in the count.
     Deed incrementTrackNumbers();
     /// Removes every item that has no property key from each selected file with cover art, which stays; files without
-    /// art are left alone, and not counted. No record changes.
+    /// art are left alone, and not counted. The records change only in the measure of their art.
     Deed removeUnsupportedTags();
     /// Removes the cover art and every item that the property interface knows, and empties the records. A record whose
-    /// file can't be stripped stays, though its file may have lost the art.
+    /// file can't be stripped stays, except for the measure of the art, which the file may have lost.
     Deed removeAllTags();
 
 signals:
-    /// This is now the art of the file handled last; empty when it has none.
-    void artWritten(const QByteArray& bytes);
+    /// Files that were selected may have other art, or none.
+    void artChanged();
 
 private:
-    bool removeUnsupportedTags(const AudioFile& record, const QByteArray& art);
-    bool removeAllTags(const AudioFilePtr& record);
+    bool removeUnsupportedTags(AudioFile& record, const QByteArray& art);
+    bool removeAllTags(AudioFile& record);
     void noteFailure(const AudioFile& record, const QString& message);
     void postFailure(const AudioFile& record, const QString& message);
 

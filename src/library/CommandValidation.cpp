@@ -6,8 +6,9 @@ bool CommandValidation::validateMenuItem(int tag, const State& state)
 {
     switch (tag) {
     case SaveImage:
-    case DeleteImage:
         return state.anySelected && state.artShown;
+    case DeleteImage:
+        return state.anySelected && state.artThere;
     case Remove:
     case UpdateImage:
     case EditTags:
@@ -25,7 +26,7 @@ QString CommandValidation::title(int tag, const State& state)
 {
     const auto translated = [](const char* text) { return QCoreApplication::translate("CommandValidation", text); };
     if (tag == UpdateImage)
-        return state.artShown ? translated(QT_TRANSLATE_NOOP("CommandValidation", "Replace Album Art"))
+        return state.artThere ? translated(QT_TRANSLATE_NOOP("CommandValidation", "Replace Album Art"))
                               : translated(QT_TRANSLATE_NOOP("CommandValidation", "Add Album Art"));
     if (tag == QuickLook)
         return state.previewShown ? translated(QT_TRANSLATE_NOOP("CommandValidation", "Close Quick Look"))

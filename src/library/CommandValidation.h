@@ -21,8 +21,10 @@ enum Tag {
 
 struct State {
     bool anySelected = false;
-    /// The art well shows an image.
+    /// The art well shows an image, which can be saved.
     bool artShown = false;
+    /// The files have art in common, whether or not it can be shown.
+    bool artThere = false;
     bool previewShown = false;
 };
 

@@ -83,6 +83,12 @@ QString couldNotReceiveAudioFile(const QString& error)
     return translated(QT_TRANSLATE_NOOP("Messages", "Couldn't recieve audiofile drop: %@"), error);
 }
 
+QString noLongerInList(int files)
+{
+    return QCoreApplication::translate(
+        "Messages", "%Ln files are no longer in the list, so their album art stays as it is", nullptr, files);
+}
+
 QString couldNotRename(const QString& path, const QString& error)
 {
     const QString text =

@@ -20,6 +20,7 @@ QString unableToRemoveAllTags();
 QString couldNotReceiveAudioFile(const QString& error);
 QString unableToRemoveAlbumArt();
 QString unableToRemoveUnsupportedTags();
+QString noLongerInList(int files);
 QString couldNotRename(const QString& path, const QString& error);
 
 /// Notes a failure and posts its message under the program's name.

@@ -147,3 +147,12 @@ QImage Picture::decode(const QByteArray& bytes, const QSize& within)
         picture.convertToColorSpace(QColorSpace::SRgb);
     return picture;
 }
+
+bool Picture::canBeDecodedWhole(const QByteArray& bytes)
+{
+    // No format needs more; with that much to spare, a file need not be searched for how it is built.
+    constexpr int mostBytesPerPixel = 12;
+    const QSize stored = size(bytes);
+    return qint64(stored.width()) * stored.height() * mostBytesPerPixel <= mostMemory
+           || !isTooCostly(bytes, format(bytes), stored, false);
+}

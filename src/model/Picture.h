@@ -12,4 +12,7 @@ namespace Picture {
 /// @return a null image when it is refused or can't be decoded.
 QImage decode(const QByteArray& bytes, const QSize& within = {});
 
+/// Whether a picture that can be decoded scaled down is not refused in its full size.
+bool canBeDecodedWhole(const QByteArray& bytes);
+
 } // namespace Picture

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -76,6 +77,13 @@ int moveByLink(const QByteArray& from, const QByteArray& to)
 bool isUnsupported(int error)
 {
     return error == EINVAL || error == ENOSYS || error == EOPNOTSUPP || error == EPERM;
+}
+
+bool isControl(QChar character)
+{
+    const auto category = character.category();
+    return category == QChar::Other_Control || category == QChar::Separator_Line
+           || category == QChar::Separator_Paragraph;
 }
 
 /// @return the error, 0 for none.
@@ -185,7 +193,12 @@ bool setPosixPermissions(const QString& path, unsigned int mode)
 QString asFileName(QString text)
 {
     constexpr int longestName = 240;
-    text.replace(QLatin1Char('/'), QLatin1Char('_')).remove(QChar::Null);
+    // What is no Unicode would be taken for the bytes of a name that is not UTF-8.
+    text = QString::fromUtf8(text.toUtf8()).replace(QLatin1Char('/'), QLatin1Char('_')).remove(QChar::Null);
+    std::replace_if(text.begin(), text.end(), isControl, QLatin1Char(' '));
+    text = text.trimmed();
+    if (text.startsWith(QLatin1Char('.')))
+        text[0] = QLatin1Char('_');
     while (PathBytes::encode(text).size() > longestName)
         text.chop(text.back().isLowSurrogate() ? 2 : 1);
     return text;

@@ -44,8 +44,9 @@ void moveItem(const QString& from, const QString& to);
 /// Sets the permission bits (for example 0644). @return false when they could not be set.
 bool setPosixPermissions(const QString& path, unsigned int mode);
 
-/// A text as a part of a file name: "/" becomes "_", and what is too long for file systems is cut off. An extension
-/// still fits behind it.
+/// A text as the beginning of a file name that is shown and read as it is: "/" and a "." in front, which hides files,
+/// become "_", line breaks and other controls spaces, of which none is left at the ends, and what is too long for file
+/// systems is cut off. An extension still fits behind it.
 QString asFileName(QString text);
 
 } // namespace FileSystem

@@ -32,7 +32,7 @@ void editFiles(Program& program, const QByteArray& picture, const QString& chose
     dropped.setData(u"image/png"_qs, picture);
     program.artworkDrops.performDragOperation(dropped);
     await("drop", [&] { return program.art.isShown(); });
-    await("save", [&] { return program.artwork.saveArt(chosen + u"/cover.jpg"_qs); });
+    await("save", [&] { return program.artwork.saveArt(program.art.bytes(), chosen + u"/cover.jpg"_qs); });
     await("drag", [&] { return program.artworkDrops.pasteboardWriterForDropView()->urls().size() == 1; });
 
     program.controller.showFormatWindow();

@@ -230,6 +230,13 @@ private slots:
         QTest::keyClick(&well, Qt::Key_Return);
         QTest::keyClick(&well, Qt::Key_Space);
         QTRY_COMPARE(wishes.size(), 3);
+        // Of art that can't be decoded, only what works is on.
+        windows_->desk().art.show(ScratchFolder::fixture(u"cover.png"_qs).first(60));
+        QTRY_VERIFY(button.text(QAccessible::Description).startsWith(u"Can't be shown"_qs));
+        QStringList enabled;
+        for (const auto* action : well.actions())
+            enabled += action->isEnabled() ? action->text().remove(u'&') : u"-"_qs;
+        QCOMPARE(enabled.join(u", "_qs), u"Replace Album Art, Paste Album Art, -, -, Delete Album Art"_qs);
         button.actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
         QVERIFY(closeMenu());
     }

@@ -6,7 +6,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImage>
-#include <QSignalSpy>
 #include <QUrl>
 
 #include <cstdio>
@@ -50,30 +49,85 @@ private slots:
     {
         const QString& broken = library_->record(1).path;
         ScratchFolder::write(broken, "no audio");
-        library_->artwork.setArtFromFile(make(u"cover.png"_qs, u"png"_qs));
+        set(u"png"_qs);
         QCOMPARE(library_->arts(), QList<QByteArray>({contents_[u"png"_qs], {}, contents_[u"png"_qs]}));
+        QVERIFY(!library_->art.isThere());
         library_->controller.deleteImage();
         QCOMPARE(library_->arts(), QList<QByteArray>(3));
         QCOMPARE(library_->notifier.posted, QStringList{u"Sonvika: Unable to save album art"_qs});
         QCOMPARE(ScratchFolder::contents(broken), "no audio");
-        QVERIFY(!library_->art.isShown());
     }
 
-    // selection | proposed name | path | what is there then, or what is posted
+    // selection | what happens while the panel is open | the files that get the art | what is posted
+    void aPanelBelongsToTheFilesItWasOpenedFor_data()
+    {
+        addRows({"0 | select 2 | 0", "0 1 | select 0 | 0 1", "0 1 | remove 0 | 1 | 1 files are no longer in the list",
+                 "0 1 | remove 0 1 |  | 2 files are no longer in the list", "0 | strip 0 | 0"});
+    }
+    void aPanelBelongsToTheFilesItWasOpenedFor()
+    {
+        const auto [rows, meanwhile, changed, message] = row<4>();
+        library_->select(rows);
+        const auto records = library_->list.content();
+        library_->panels.files = {make(u"cover.png"_qs, u"png"_qs)};
+        library_->panels.meanwhile = [this, happens = meanwhile] {
+            library_->select(happens.section(u' ', 1));
+            if (happens.startsWith(u"remove"))
+                library_->controller.removeDocuments();
+            if (happens.startsWith(u"strip"))
+                library_->controller.removeAllTags();
+        };
+        library_->controller.updateImage();
+        QVERIFY2(hasPosted(message), qPrintable(library_->notifier.posted.join(u'|')));
+        for (int i = 0; i < 3; ++i) {
+            const bool isNew = Library::numbers(changed).contains(i);
+            QCOMPARE(artOf(*records[std::size_t(i)]) == contents_[u"png"_qs], isNew);
+        }
+        QCOMPARE(library_->art.bytes(), artOf(*library_->list.selectedObjects().front()));
+    }
+
+    // a part of the files, of which two have the same art | a command | all that is selected then | what is shown
+    void theWellShowsWhatTheFilesHold_data()
+    {
+        addRows({"2 | jpeg | 0 1 2 | jpeg", "0 | png | 0 1 | nothing", "1 | delete | 0 1 | nothing",
+                 "0 | strip png | 0 1 | nothing", "0 | strip text | 0 | text"});
+    }
+    void theWellShowsWhatTheFilesHold()
+    {
+        const auto [part, command, rows, shown] = row<4>();
+        library_->select(part);
+        if (command == u"delete") {
+            library_->controller.deleteImage();
+        } else if (command.startsWith(u"strip")) {
+            const auto record = library_->list.selectedObjects().front();
+            QVERIFY(TaglibWrapper::setImageData(contents_[command.section(u' ', 1)], record->path, record->fileType));
+            library_->controller.removeUnsupportedTags();
+        } else {
+            set(command);
+        }
+        library_->select(rows);
+        QCOMPARE(library_->art.bytes(), contents_.value(shown));
+    }
+
+    // selection | title | proposed name | path | what is there then, or what is posted
     void savesTheShownArt_data()
     {
-        addRows({"0 | Blue Window | new.png | png", "0 1 | Blue Window | new.jpeg | mjpeg",
-                 "0 | Blue Window | missing/new.png | Failed to save to image. url: file://",
-                 "2 | Title | nothing.png"});
+        addRows({"0 | Blue Window | Blue Window | new.png | png",
+                 "0 1 | Blue Window | Blue Window | new.jpeg | mjpeg",
+                 "0 | ... AC/DC\t | _.. AC_DC | missing/new.png | Failed to save to image. url: file://",
+                 "0 |  \t | Title | new.PNG | png", "2 | None |  | nothing.png"});
     }
     void savesTheShownArt()
     {
-        const auto [rows, name, target, expected] = row<4>();
-        select(rows);
+        const auto [rows, title, name, target, expected] = row<5>();
+        library_->record(0).title = title;
+        library_->select(rows);
         const QString path = library_->folder.path(target);
         QString proposed;
         library_->panels.save = [&](const SavePanelRequest& request) {
             proposed = request.name;
+            // It is the art for which the panel was opened.
+            library_->controller.deselectAll();
             request.chosen(path);
         };
         library_->controller.saveImage();
@@ -121,14 +175,23 @@ private slots:
 
     void cancelingEndsAllOfADrop()
     {
+        struct : UnwatchedWork {
+            bool fileBegins(const QString&) override { return files++ == 0; }
+            int files = 0;
+        } stopping;
+        auto& l = *library_;
+        ArtworkCommands commands(l.list, l.art, l.notifier, l.panels, l.fileBrowser, l.defaults, stopping);
+        ArtworkDrops drops(l.list, commands, l.art, l.dropFolder, l.notifier, l.defaults);
         QMimeData pictures;
-        pictures.setUrls({QUrl::fromLocalFile(library_->folder.copy(u"cover.png"_qs)),
-                          QUrl::fromLocalFile(library_->folder.copy(u"cover.jpg"_qs))});
-        connect(&library_->art, &ShownArt::fadeInWanted, &library_->monitor, &LongWork::cancel);
-        const QSignalSpy stopped(&library_->monitor, &LongWork::stopped);
-        QVERIFY(library_->artworkDrops.performDragOperation(pictures));
-        QTRY_COMPARE(stopped.size(), 1);
-        QCOMPARE(library_->arts()[0], ScratchFolder::fixture(u"cover.png"_qs));
+        pictures.setUrls({QUrl::fromLocalFile(l.folder.copy(u"cover.png"_qs)),
+                          QUrl::fromLocalFile(l.folder.copy(u"cover.jpg"_qs))});
+        QVERIFY(drops.performDragOperation(pictures));
+        // A drop is about the files on which it fell.
+        l.controller.deselectAll();
+        QTRY_COMPARE(stopping.files, 2);
+        QCoreApplication::processEvents();
+        QCOMPARE(stopping.files, 2);
+        QCOMPARE(l.arts()[0], contents_[u"png"_qs]);
     }
 
     void saysWhenDroppedDataCannotBeReceived()
@@ -168,13 +231,13 @@ private slots:
     void promisesAFileNamedByTheTitle_data()
     {
         addRows({"0 | Intro | 1 | Intro.png", "0 1 | Intro | 0 | Various.jpg", "0 |  | 3 | AlbumArt.gif",
-                 "0 | AC/DC: Live | 9 | AC_DC: Live.jpg", "0 | .hidden | 2 | .hidden.tiff"});
+                 "0 | AC/DC: Live | 9 | AC_DC: Live.jpg", "0 | .hidden | 2 | _hidden.tiff"});
     }
     void promisesAFileNamedByTheTitle()
     {
         const auto [rows, title, format, name] = row<4>();
         library_->record(0).title = title;
-        select(rows);
+        library_->select(rows);
         library_->defaults.setInt(DefaultsKey::fileTypeIndex, format.toInt());
         const auto promise = library_->artworkDrops.pasteboardWriterForDropView();
         QCOMPARE(promise->formats(), QStringList{u"text/uri-list"_qs});
@@ -189,7 +252,7 @@ private slots:
 
     void artThatCannotBeWrittenIsNotPromised()
     {
-        select(u"0"_qs);
+        library_->select(u"0"_qs);
         const QString elsewhere = library_->folder.path(u"elsewhere"_qs);
         QVERIFY(QDir().mkpath(elsewhere) && QDir::setCurrent(elsewhere));
         qputenv("TMPDIR", QFile::encodeName(library_->folder.path(u"missing"_qs)));
@@ -208,11 +271,11 @@ private slots:
     {
         const auto copied = [] { return QGuiApplication::clipboard()->mimeData()->data(u"image/jpeg"_qs); };
         const QByteArray& cover = contents_[u"jpeg"_qs];
-        select(u"0"_qs);
+        library_->select(u"0"_qs);
         library_->controller.copyImage();
         QCOMPARE(copied(), cover);
         QCOMPARE(QGuiApplication::clipboard()->image().size(), QImage::fromData(cover).size());
-        select(u"2"_qs);
+        library_->select(u"2"_qs);
         library_->controller.pasteImage();
         QCOMPARE(library_->arts()[2], cover);
         library_->controller.deleteImage();
@@ -221,12 +284,14 @@ private slots:
     }
 
 private:
-    void select(const QString& rows)
+    static QByteArray artOf(const AudioFile& record)
     {
-        QList<int> numbers;
-        for (const auto& row : rows.split(u' '))
-            numbers.append(row.toInt());
-        library_->list.selection().setRows(numbers);
+        return TaglibWrapper::getImageData(record.path, record.fileType).value_or(QByteArray());
+    }
+    /// Sets a picture as the art of the selected files.
+    void set(const QString& content)
+    {
+        library_->artwork.setArtFromFile(make(u"cover"_qs, content), library_->list.selectedObjects());
     }
     /// Whether this, and nothing else, has been posted.
     bool hasPosted(const QString& beginning) const

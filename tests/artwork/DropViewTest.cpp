@@ -55,9 +55,12 @@ private slots:
         select({0, 1, 2});
         QTRY_VERIFY(showsPlaceholder());
         QCOMPARE(well().imageView().intrinsicContentSize(), QSize(0, 0));
-        // A picture that turns out to be broken is none.
-        library_->art.show(ScratchFolder::fixture(u"cover.jpg"_qs).first(200));
-        QTRY_VERIFY(showsPlaceholder());
+        QVERIFY(!library_->art.isShown());
+        // A picture that turns out to be broken is there, but not shown.
+        library_->art.show(ScratchFolder::fixture(u"cover.png"_qs).first(60));
+        QTRY_VERIFY(!library_->art.isShown());
+        QVERIFY(library_->art.isThere() && !showsPlaceholder());
+        QVERIFY(well().toolTip().startsWith(u"Can't be shown"_qs) && well().toolTip().contains(u"PNG"_qs));
     }
 
     void fadesTheArtOnlyUnderWhatItTakes()

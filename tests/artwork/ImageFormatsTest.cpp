@@ -3,15 +3,20 @@
 #include "artwork/SavePanelAccessoryView.h"
 #include "model/Picture.h"
 #include "platform/UserDefaults.h"
+#include "platform/ui/FileDialogs.h"
 #include "platform/ui/SaveDialog.h"
 #include "support/OtherReaders.h"
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
 #include <QBuffer>
+#include <QComboBox>
+#include <QDialogButtonBox>
 #include <QImageWriter>
+#include <QLineEdit>
 #include <QLinearGradient>
 #include <QPainter>
+#include <QPushButton>
 
 #include <numeric>
 
@@ -104,28 +109,61 @@ private slots:
         QVERIFY(!ImageFormats::encode(QImage(70'000, 1, QImage::Format_RGB32), 3));
     }
 
-    // the name as a dialog gives it | the format chosen there, from JPEG | the saved file
-    void savesUnderTheExtensionOfTheFormat_data()
+    // the proposed name | the formats chosen and names typed then | the saved file
+    void savesUnderTheNameInTheField_data()
     {
-        addRows({"Track | 1 | Track.png", "Track.jpeg | 1 | Track.png", "Live.2 | 2 | Live.2.tiff",
-                 "Track.jpg | 0 | Track.jpg", "Track.gif | 4 | Track.gif.bmp"});
+        addRows({"Track |  | Track.jpeg", "Track | 1 | Track.png", "The \"Best\" Song | 1 | The \"Best\" Song.png",
+                 "12\" |  | 12\".jpeg", "Vol. 2 | 4 | Vol. 2.bmp", "Track | Vol. 2, 1 | Vol. 2.png",
+                 "b.gif | 1 | b.png", "b.gif.png |  | b.jpeg", "a.jpeg | 1, 2, 0 | a.jpeg",
+                 "Track | 1, b.gif | b.gif", "Track | b.gif, 1 | b.png", "Track | b.PNG | b.PNG",
+                 "Track | 2, b.tif | b.tif", "~ | ~.jpg | ~.jpg", "Track | 1, folder/b.gif | folder/b.gif"});
     }
-    void savesUnderTheExtensionOfTheFormat()
+    void savesUnderTheNameInTheField()
     {
-        const auto [name, format, expected] = row<3>();
+        const auto [name, actions, expected] = row<3>();
         const ScratchFolder folder;
+        QVERIFY(QDir().mkdir(folder.path(u"folder"_qs)));
         UserDefaults defaults(folder.path(u"settings.ini"_qs));
         SavePanelAccessoryView accessory(defaults);
         QString saved;
         SavePanelRequest request;
-        request.name = u"Track"_qs;
+        request.name = name;
         request.willAppear = [&](SavePanel& panel) { accessory.viewWillAppear(panel); };
-        request.formatSelected = [&](SavePanel& panel, int index) { accessory.selectFormat(panel, index); };
+        request.formatSelected = [&](int index) { accessory.selectFormat(index); };
         request.chosen = [&](const QString& path) { saved = path; };
-        SaveDialog dialog(nullptr, request, folder.path({}));
-        dialog.selectNameFilter(ImageFormats::titles().at(format.toInt()));
-        emit dialog.fileSelected(folder.path(name));
+        auto& dialog = *new SaveDialog(nullptr, request, folder.path({}));
+        auto& field = *dialog.findChild<QLineEdit*>(u"fileNameEdit"_qs);
+        auto& formats = *dialog.findChild<QComboBox*>(u"fileTypeCombo"_qs);
+        for (const auto& action : actions.split(u", "_qs, Qt::SkipEmptyParts)) {
+            if (!action[0].isDigit()) {
+                field.selectAll();
+                QTest::keyClicks(&field, action);
+                continue;
+            }
+            const int steps = action.toInt() - formats.currentIndex();
+            for (int i = 0; i < std::abs(steps); ++i)
+                QTest::keyClick(&formats, steps > 0 ? Qt::Key_Down : Qt::Key_Up);
+        }
+        QCOMPARE(field.text(), expected);
+        QCOMPARE(formats.currentIndex(), ImageFormats::indexForExtension(QFileInfo(expected).suffix().toLower()));
+        QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save), Qt::LeftButton);
         QCOMPARE(saved, folder.path(expected));
+    }
+
+    void noPanelIsOpenTwice()
+    {
+        QWidget window;
+        FileDialogs panels;
+        panels.setParentWindow(&window);
+        ImagePanelRequest request;
+        for (const auto& subject : {u"a"_qs, u"a"_qs, u"b"_qs}) {
+            request.subject = {subject};
+            const auto before = window.findChildren<QFileDialog*>();
+            panels.chooseImageFiles(request);
+            const auto after = window.findChildren<QFileDialog*>();
+            QCOMPARE(std::count_if(after.begin(), after.end(), [](auto* panel) { return panel->isVisible(); }), 1);
+            QCOMPARE(after.size() > before.size(), before.isEmpty() || subject == u"b");
+        }
     }
 
     void drawsTheImageWhereTheViewSays()
@@ -217,7 +255,9 @@ private slots:
         // Qt 6.8 keeps a PNG picture whole while it scales it.
         const bool isKept = QT_VERSION >= QT_VERSION_CHECK(6, 5, 0) && name == u"a.png";
         QVERIFY2(peak() - before < (isKept ? 192 : 64), qPrintable(QString::number(peak() - before)));
-        QCOMPARE(Picture::decode(bytes).isNull(), !(name == u"a.png" && shown != u"0x0"));
+        const bool isWhole = name == u"a.png" && shown != u"0x0";
+        QCOMPARE(Picture::decode(bytes).isNull(), !isWhole);
+        QCOMPARE(Picture::canBeDecodedWhole(bytes), isWhole);
     }
 
     void jpegFilesThatADecoderKeepsWholeAreRefusedEarlier()

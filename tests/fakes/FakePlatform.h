@@ -41,7 +41,12 @@ struct FakeRecentDocuments : RecentDocuments {
 struct FakeFilePanels : FilePanels {
     void chooseAudioFiles(const QString&, Chosen chosen) override { chosen(files); }
     void chooseAudioFolder(const QString&, Chosen chosen) override { chosen(folders); }
-    void chooseImageFiles(const QString&, const QStringList&, Chosen chosen) override { chosen(files); }
+    void chooseImageFiles(const ImagePanelRequest& request) override
+    {
+        if (meanwhile)
+            meanwhile();
+        request.chosen(files);
+    }
     void chooseSavePath(const SavePanelRequest& request) override { save(request); }
     AccessPanelAnswer runAccessPanel(const AccessPanelRequest& request) override
     {
@@ -53,6 +58,8 @@ struct FakeFilePanels : FilePanels {
     AccessPanelAnswer access;
     QStringList accessRequests;
     std::function<void(const SavePanelRequest& request)> save;
+    /// What happens while the panel is open.
+    std::function<void()> meanwhile;
 };
 
 struct FakeFileBrowser : FileBrowser {

@@ -6,9 +6,10 @@ import subprocess
 
 import mutagen
 
-from desktop import clipboard, drag, eventually, keys, types
+from desktop import clipboard, drag, eventually, hands, keys, types
 from journey import DATA, Journey, contents
 from peer import source, target
+from program import STATES
 
 
 def art(path):
@@ -72,15 +73,35 @@ class Artwork(Journey):
         self.assertEqual(size(f"{received}/{name}"), self.size_of_art(0))
         self.end(self.program)
 
+    def test_panel_keeps_its_row(self):
+        before = art(self.files[2])
+        self.program.select(0)
+        for _ in range(2):
+            keys("ctrl+shift+i")
+            self.program.dialog("Change Image")
+            hands("getactivewindow", "windowmove", "1800", "1200")
+            self.program.select(0)
+            self.program.in_front()
+        self.program.select(2)
+        names = [part.name for part in self.program.root.children() if part.has(STATES.SHOWING)]
+        self.assertEqual(["Change Image", "Sonvika"], sorted(names))
+        hands("search", "--name", "Change Image", "windowactivate")
+        self.program.dialog("Change Image")
+        types(f"{DATA}/cover.png")
+        keys("Return")
+        self.expect_art(contents(f"{DATA}/cover.png"), 0)
+        self.expect_art(before, 2)
+        self.end(self.program)
+
     def test_saved_and_deleted(self):
         self.program.select(0, 1)
         self.program.focus_well()
         keys("ctrl+shift+s")
         self.program.dialog("Save Image")
         keys("ctrl+a")
-        types(f"{self.home}/saved")
+        types(f'{self.home}/The "Best" Song')
         keys("Return")
-        saved = eventually(lambda: next(file for file in glob.glob(f"{self.home}/saved.*") if size(file)))
+        saved = eventually(lambda: next(file for file in glob.glob(f'{self.home}/The "Best" Song.*') if size(file)))
         self.assertEqual(size(saved), self.size_of_art(0))
         self.program.in_front()
         self.program.focus_well()

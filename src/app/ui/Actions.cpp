@@ -145,6 +145,7 @@ void Actions::update()
     CommandValidation::State state;
     state.anySelected = list_.selection().hasSelection();
     state.artShown = art_.isShown();
+    state.artThere = art_.isThere();
     state.previewShown = previewShown_;
     for (auto* action : findChildren<QAction*>(QString(), Qt::FindDirectChildrenOnly)) {
         const int tag = action->data().toInt();

@@ -24,6 +24,7 @@ AlbumArtView::AlbumArtView(QWidget* parent) : QWidget(parent)
 void AlbumArtView::setArt(const QByteArray& bytes)
 {
     bytes_ = bytes;
+    isRefused_ = false;
     decode();
 }
 
@@ -96,6 +97,7 @@ void AlbumArtView::decode()
 void AlbumArtView::setImage(const QImage& image)
 {
     image_ = image;
+    isRefused_ = image.isNull() && !bytes_.isEmpty();
     setToolTip(description());
     updateGeometry();
     update();
@@ -104,11 +106,14 @@ void AlbumArtView::setImage(const QImage& image)
 
 QString AlbumArtView::description() const
 {
-    if (image_.isNull())
+    if (image_.isNull() && !isRefused_)
         return {};
     const QSize size = Picture::size(bytes_);
     const QLocale locale;
-    return tr("%1 × %2 pixels, %3, %4")
-        .arg(locale.toString(size.width()), locale.toString(size.height()),
-             QString::fromLatin1(Picture::format(bytes_)).toUpper(), locale.formattedDataSize(bytes_.size()));
+    QString text = locale.formattedDataSize(bytes_.size());
+    if (!size.isEmpty())
+        text = tr("%1 × %2 pixels, %3, %4")
+                   .arg(locale.toString(size.width()), locale.toString(size.height()),
+                        QString::fromLatin1(Picture::format(bytes_)).toUpper(), text);
+    return isRefused_ ? tr("Can't be shown\n%1", "%1 tells the size and the format").arg(text) : text;
 }

@@ -18,11 +18,17 @@ public:
 
     explicit AlbumArtView(QWidget* parent = nullptr);
 
-    /// Shows the encoded picture as soon as it is decoded; nothing when the bytes are empty or no picture. Until then
-    /// the picture before it stays.
+    /// Shows the encoded picture as soon as it is decoded; nothing when the bytes are empty or no picture that can be
+    /// decoded. Until then the picture before it stays.
     void setArt(const QByteArray& bytes);
+    const QByteArray& art() const { return bytes_; }
     /// What is shown, no larger than the view; null for nothing.
     const QImage& image() const { return image_; }
+    /// Whether there is art that has turned out not to be a picture that can be shown.
+    bool isRefused() const { return isRefused_; }
+    /// Size, format and length of the art, and that it can't be shown where that is so; empty without art, and until it
+    /// is decoded.
+    QString description() const;
 
     /// The view's width, and the height that gives the image its proportions; (0, 0) without an image.
     QSize intrinsicContentSize() const;
@@ -48,10 +54,10 @@ private:
     void decode();
     void setImage(const QImage& image);
     void fade(qreal alpha, int milliseconds);
-    QString description() const;
 
     QByteArray bytes_;
     QImage image_;
+    bool isRefused_ = false;
     PictureDecoder decoder_;
     /// The scale factor that the image was decoded for: a window may move to another screen.
     qreal decodedRatio_ = 0;

@@ -22,6 +22,10 @@ namespace {
 /// The well's greatest height.
 constexpr int largestSide = 240;
 constexpr int smallestSide = 120;
+/// Of the focus: what Delete and Paste then do concerns every selected file.
+constexpr int focusWidth = 4;
+constexpr int refusalInset = 8;
+constexpr int refusalRadius = 4;
 
 /// Lies over the art, which may still be fading.
 class Overlay : public QWidget {
@@ -84,13 +88,15 @@ int DropView::heightForWidth(int width) const
 
 void DropView::showArt()
 {
-    imageView_->setArt(art_.bytes());
+    if (imageView_->art() != art_.bytes())
+        imageView_->setArt(art_.bytes());
     update();
 }
 
 void DropView::describe()
 {
-    const QString description = imageView_->toolTip();
+    art_.setDecoded(!imageView_->image().isNull());
+    const QString description = imageView_->description();
     setToolTip(description);
     setAccessibleDescription(description.isEmpty() ? tr("No Artwork") : description);
     update();
@@ -192,9 +198,23 @@ void DropView::keyPressEvent(QKeyEvent* event)
 void DropView::paintOverlay(QPainter& painter) const
 {
     if (hasFocus())
-        FocusRing::paint(painter, rect(), palette());
-    if (!drops_.hasSelection() || imageView_->image().isNull() || canDrag_)
+        FocusRing::paint(painter, rect(), palette(), focusWidth);
+    const bool hasSelection = drops_.hasSelection();
+    if (hasSelection && imageView_->isRefused() && !canDrag_)
+        paintRefusal(painter);
+    else if (!hasSelection || imageView_->image().isNull() || canDrag_)
         ArtPlaceholder::paint(painter, size(), color());
+}
+
+void DropView::paintRefusal(QPainter& painter) const
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(color());
+    painter.drawRoundedRect(QRectF(rect()).adjusted(refusalInset, refusalInset, -refusalInset, -refusalInset),
+                            refusalRadius, refusalRadius);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(rect().adjusted(2 * refusalInset, 0, -2 * refusalInset, 0), Qt::AlignCenter | Qt::TextWordWrap,
+                     imageView_->description());
 }
 
 void DropView::resizeEvent(QResizeEvent*)

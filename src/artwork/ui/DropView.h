@@ -9,7 +9,7 @@ class ArtworkDrops;
 class ShownArt;
 
 /// The art well: the cover art of the selection, images dropped in, the art dragged out. Without art, and while an
-/// image hovers over it, it shows a dashed placeholder.
+/// image hovers over it, it shows a dashed placeholder; in place of art that can't be shown it says so.
 class DropView : public QWidget {
     Q_OBJECT
 
@@ -53,6 +53,7 @@ private:
     void answerDrag(QDropEvent* event) const;
     void dragArt();
     void paintOverlay(QPainter& painter) const;
+    void paintRefusal(QPainter& painter) const;
 
     ArtworkDrops& drops_;
     ShownArt& art_;

@@ -1,5 +1,6 @@
 #include "platform/ui/FileDialogs.h"
 
+#include "platform/ui/DesktopWindow.h"
 #include "platform/ui/SaveDialog.h"
 
 #include <QCoreApplication>
@@ -7,9 +8,27 @@
 #include <QLabel>
 #include <QMimeDatabase>
 
+namespace {
+
+const QLatin1String audioPanel("audioPanel");
+const QLatin1String folderPanel("folderPanel");
+const QLatin1String imagePanel("imagePanel");
+const QLatin1String savePanel("savePanel");
+constexpr const char* subjectOf = "subject";
+
+void name(QFileDialog& dialog, const QString& panel, const QStringList& subject)
+{
+    dialog.setObjectName(panel);
+    dialog.setProperty(subjectOf, subject);
+}
+
+} // namespace
+
 void FileDialogs::chooseAudioFiles(const QString& title, Chosen chosen)
 {
-    auto& dialog = makeDialog(title, QFileDialog::ExistingFiles);
+    if (isOpen(audioPanel))
+        return;
+    auto& dialog = makeDialog(audioPanel, title, QFileDialog::ExistingFiles);
     dialog.setNameFilter(QCoreApplication::translate("FileDialogs", "MP3 and M4A files")
                          + QStringLiteral(" (*.mp3 *.m4a)"));
     show(dialog, std::move(chosen));
@@ -17,30 +36,36 @@ void FileDialogs::chooseAudioFiles(const QString& title, Chosen chosen)
 
 void FileDialogs::chooseAudioFolder(const QString& title, Chosen chosen)
 {
-    show(makeDialog(title, QFileDialog::Directory), std::move(chosen));
+    if (!isOpen(folderPanel))
+        show(makeDialog(folderPanel, title, QFileDialog::Directory), std::move(chosen));
 }
 
-void FileDialogs::chooseImageFiles(const QString& title, const QStringList& mimeTypes, Chosen chosen)
+void FileDialogs::chooseImageFiles(const ImagePanelRequest& request)
 {
-    auto& dialog = makeDialog(title, QFileDialog::ExistingFiles);
+    if (isOpen(imagePanel, request.subject))
+        return;
+    auto& dialog = makeDialog(imagePanel, request.title, QFileDialog::ExistingFiles, request.subject);
     QStringList patterns;
-    for (const auto& type : mimeTypes) {
+    for (const auto& type : request.mimeTypes) {
         for (const auto& pattern : QMimeDatabase().mimeTypeForName(type).globPatterns())
             patterns += {pattern, pattern.toUpper()};
     }
     dialog.setNameFilter(QCoreApplication::translate("FileDialogs", "Images")
                          + QStringLiteral(" (%1)").arg(patterns.join(QLatin1Char(' '))));
-    show(dialog, std::move(chosen));
+    show(dialog, request.chosen);
 }
 
 void FileDialogs::chooseSavePath(const SavePanelRequest& request)
 {
+    if (isOpen(savePanel, request.subject))
+        return;
     SavePanelRequest remembering = request;
     remembering.chosen = [this, chosen = request.chosen](const QString& path) {
         lastFolder_ = QFileInfo(path).absolutePath();
         chosen(path);
     };
     auto* dialog = new SaveDialog(window_, remembering, lastFolder_);
+    name(*dialog, savePanel, request.subject);
     dialog->show();
 }
 
@@ -59,9 +84,28 @@ AccessPanelAnswer FileDialogs::runAccessPanel(const AccessPanelRequest& request)
     return {AccessPanelAnswer::OK, dialog.selectedFiles().value(0)};
 }
 
-QFileDialog& FileDialogs::makeDialog(const QString& title, QFileDialog::FileMode mode)
+bool FileDialogs::isOpen(const QString& panel, const QStringList& subject)
+{
+    const auto open =
+        window_ ? window_->findChildren<QFileDialog*>(panel, Qt::FindDirectChildrenOnly) : QList<QFileDialog*>();
+    for (auto* dialog : open) {
+        // One that is closing is still there.
+        if (!dialog->isVisible())
+            continue;
+        if (dialog->property(subjectOf).toStringList() == subject) {
+            DesktopWindow::bringToFront(*dialog);
+            return true;
+        }
+        dialog->close();
+    }
+    return false;
+}
+
+QFileDialog& FileDialogs::makeDialog(const QString& panel, const QString& title, QFileDialog::FileMode mode,
+                                     const QStringList& subject)
 {
     auto* dialog = new QFileDialog(window_, title, lastFolder_);
+    name(*dialog, panel, subject);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(mode);
     // Nothing is made, renamed or deleted where something is only chosen.

@@ -5,13 +5,11 @@
 
 namespace {
 
-constexpr qreal width = 2;
-constexpr qreal innerWidth = 1;
 constexpr qreal radius = 3;
 
 } // namespace
 
-void FocusRing::paint(QPainter& painter, const QRect& rectangle, const QPalette& palette)
+void FocusRing::paint(QPainter& painter, const QRect& rectangle, const QPalette& palette, int width)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -20,7 +18,8 @@ void FocusRing::paint(QPainter& painter, const QRect& rectangle, const QPalette&
         painter.setPen(QPen(palette.color(role), penWidth));
         painter.drawRoundedRect(QRectF(rectangle).adjusted(inset, inset, -inset, -inset), radius, radius);
     };
+    const qreal innerWidth = width / 2.0;
     draw(QPalette::Base, innerWidth, width + innerWidth / 2);
-    draw(QPalette::Highlight, width, width / 2);
+    draw(QPalette::Highlight, width, width / 2.0);
     painter.restore();
 }
