@@ -98,6 +98,7 @@ void ViewController::moveRows(int step)
 void ViewController::applyEdit(const QString& key, const QString& value)
 {
     editor_.applyEdit(key, value);
+    showValues();
 }
 
 void ViewController::updateCompilationState(const QString& state)
@@ -109,6 +110,7 @@ void ViewController::incrementTrackNumbers()
 {
     endEditing();
     batch_.incrementTrackNumbers();
+    showValues();
 }
 
 void ViewController::removeUnsupportedTags()
@@ -178,9 +180,14 @@ SelectionSummary ViewController::selectionSummary() const
 
 void ViewController::updateFields()
 {
+    art_.show(commonArt(showValues()));
+}
+
+SelectionSummary ViewController::showValues()
+{
     const SelectionSummary summary = selectionSummary();
     emit fieldsChanged(summary);
-    art_.show(commonArt(summary));
+    return summary;
 }
 
 QByteArray ViewController::commonArt(const SelectionSummary& summary) const

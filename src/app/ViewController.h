@@ -85,7 +85,7 @@ public:
 
     /// Ends an edit in progress, so that it is written.
     void endEditing() { emit editingShouldEnd(); }
-    /// Fills the editor from the selection.
+    /// Fills the editor from the selection. An edit in progress goes on while the same records are selected.
     void updateFields();
     SelectionSummary selectionSummary() const;
 
@@ -102,6 +102,8 @@ signals:
     void quickLookUnwanted();
 
 private:
+    /// The same without the art. @return what is shown.
+    SelectionSummary showValues();
     QByteArray commonArt(const SelectionSummary& summary) const;
 
     ArrayController& list_;

@@ -36,8 +36,7 @@ void BatchCommands::incrementTrackNumbers()
     int number = 0;
     WorkLoop::run(monitor_, list_.selectedObjects(), [&](const AudioFilePtr& record) {
         const QString trackNumber = numbered(++number, record->trackNumber);
-        if (writer_.writeTags(*record, {{QStringLiteral("TRACKNUMBER"), trackNumber}}))
-            record->trackNumber = trackNumber;
+        writer_.writeTags(*record, {{QStringLiteral("TRACKNUMBER"), trackNumber}});
     });
     list_.reloadData();
 }
