@@ -8,10 +8,14 @@ LongWork::LongWork()
     connect(&events_, &HeldEvents::escapePressed, this, &LongWork::cancel);
 }
 
+void LongWork::filesWillChange()
+{
+    if (!isWorking())
+        emit aboutToBegin();
+}
+
 void LongWork::workBegins(qsizetype count)
 {
-    if (depth_ == 0)
-        emit aboutToBegin();
     // What began in the middle of other work, as a timer may, is over before that goes on.
     if (++depth_ > 1)
         return;

@@ -23,6 +23,7 @@ public:
     /// @param mayUse tells where the mouse may be used while the work goes on: where it can be canceled.
     void setMayUse(HeldEvents::MayUse mayUse) { mayUse_ = std::move(mayUse); }
 
+    void filesWillChange() override;
     void workBegins(qsizetype count) override;
     bool fileBegins(const QString& path) override;
     void workEnds() override;
@@ -36,7 +37,7 @@ public:
     void whenIdle(std::function<void()> action);
 
 signals:
-    /// Work is about to begin; what is pending should be brought to its end.
+    /// Work that changes files is about to begin; what is pending should be brought to its end.
     void aboutToBegin();
     /// The work takes longer than a moment; sent again and again.
     /// @param done the number of files that are done.

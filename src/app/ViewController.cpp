@@ -100,6 +100,7 @@ void ViewController::moveRows(int step)
 void ViewController::applyEdit(const QString& key, const QString& value)
 {
     editor_.applyEdit(key, value);
+    showValues();
 }
 
 void ViewController::updateCompilationState(const QString& state)
@@ -110,7 +111,9 @@ void ViewController::updateCompilationState(const QString& state)
 void ViewController::incrementTrackNumbers()
 {
     endEditing();
-    emit done(batch_.incrementTrackNumbers());
+    const Deed deed = batch_.incrementTrackNumbers();
+    showValues();
+    emit done(deed);
 }
 
 void ViewController::removeUnsupportedTags()
@@ -186,9 +189,14 @@ SelectionSummary ViewController::selectionSummary() const
 
 void ViewController::updateFields()
 {
+    art_.show(commonArt(showValues()));
+}
+
+SelectionSummary ViewController::showValues()
+{
     const SelectionSummary summary = selectionSummary();
     emit fieldsChanged(summary);
-    art_.show(commonArt(summary));
+    return summary;
 }
 
 QByteArray ViewController::commonArt(const SelectionSummary& summary) const

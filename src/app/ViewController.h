@@ -92,7 +92,7 @@ public:
 
     /// Ends an edit in progress, so that it is written.
     void endEditing() { emit editingShouldEnd(); }
-    /// Fills the editor from the selection.
+    /// Fills the editor from the selection. An edit in progress goes on while the same records are selected.
     void updateFields();
     SelectionSummary selectionSummary() const;
 
@@ -111,6 +111,8 @@ signals:
     void quickLookUnwanted();
 
 private:
+    /// The same without the art. @return what is shown.
+    SelectionSummary showValues();
     QByteArray commonArt(const SelectionSummary& summary) const;
 
     ArrayController& list_;

@@ -75,14 +75,22 @@ void ArrayController::endAdding()
         content_.insert(content_.end(), added.begin(), added.end());
         showAdded(added);
     } else {
-        rearrange(
-            [&] {
-                content_.insert(content_.end(), added.begin(), added.end());
-                RecordColumns::sort(content_, sortColumn_, sortOrder_ == Qt::AscendingOrder);
-            },
-            content_);
+        addSorted(added);
     }
     emit countChanged();
+}
+
+void ArrayController::addSorted(const std::vector<AudioFilePtr>& added)
+{
+    // What is shown stays so, even if an edit has taken it out of the filter: it may be selected and being edited.
+    const RecordSet shown = setOf(arranged_);
+    const ListSelection::QuietChange quiet(selection_, false);
+    resetRows(
+        [&] {
+            content_.insert(content_.end(), added.begin(), added.end());
+            RecordColumns::sort(content_, sortColumn_, sortOrder_ == Qt::AscendingOrder);
+        },
+        content_, [&](const AudioFile& record) { return shown.contains(&record) || passesFilter(record); });
 }
 
 void ArrayController::showAdded(const std::vector<AudioFilePtr>& added)
@@ -235,12 +243,18 @@ template <class Change>
 void ArrayController::rearrange(Change change, const std::vector<AudioFilePtr>& candidates)
 {
     const ListSelection::QuietChange quiet(selection_);
+    resetRows(change, candidates, [this](const AudioFile& record) { return passesFilter(record); });
+}
+
+template <class Change, class IsShown>
+void ArrayController::resetRows(Change change, const std::vector<AudioFilePtr>& candidates, IsShown isShown)
+{
     const std::vector<AudioFilePtr> selected = selectedObjects();
     beginResetModel();
     change();
     std::vector<AudioFilePtr> arranged;
     std::copy_if(candidates.begin(), candidates.end(), std::back_inserter(arranged),
-                 [this](const auto& record) { return passesFilter(*record); });
+                 [&](const auto& record) { return isShown(*record); });
     arranged_ = std::move(arranged);
     endResetModel();
     setSelectedObjects(selected);

@@ -75,12 +75,15 @@ signals:
 
 private:
     void endAdding();
+    void addSorted(const std::vector<AudioFilePtr>& added);
     void showAdded(const std::vector<AudioFilePtr>& added);
     bool passesFilter(const AudioFile& record) const;
     /// Sets the arranged objects to those of @p candidates that pass the filter, after @p change has altered list
     /// order or filter, keeping the selection.
     template <class Change>
     void rearrange(Change change, const std::vector<AudioFilePtr>& candidates);
+    template <class Change, class IsShown>
+    void resetRows(Change change, const std::vector<AudioFilePtr>& candidates, IsShown isShown);
 
     std::vector<AudioFilePtr> content_;
     std::vector<AudioFilePtr> arranged_;

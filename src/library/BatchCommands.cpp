@@ -19,12 +19,6 @@ QString numbered(int number, const QString& trackNumber)
                             hasTotal ? trackNumber.section(QLatin1Char('/'), -1) : QString());
 }
 
-/// The record of a file whose tags were removed.
-AudioFilePtr emptyRecord(const AudioFile& record)
-{
-    return AudioFile::fromPropertyMap({}, record.path, measureImageIn(record.path, record.fileType));
-}
-
 } // namespace
 
 BatchCommands::BatchCommands(ArrayController& list, TagWriter& writer, Notifier& notifier, WorkMonitor& monitor)
@@ -39,10 +33,7 @@ Deed BatchCommands::incrementTrackNumbers()
     int number = 0;
     WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) {
         const QString trackNumber = numbered(++number, record->trackNumber);
-        if (!writer_.writeTags(*record, {{QStringLiteral("TRACKNUMBER"), trackNumber}}))
-            return;
-        record->trackNumber = trackNumber;
-        ++deed.done;
+        deed.done += writer_.writeTags(*record, {{QStringLiteral("TRACKNUMBER"), trackNumber}});
     });
     list_.reloadData();
     return deed;
@@ -88,14 +79,13 @@ Deed BatchCommands::removeAllTags()
 bool BatchCommands::removeAllTags(AudioFile& record)
 {
     TaglibWrapper::setImageData({}, record.path, record.fileType);
-    if (TaglibWrapper::removeAllTags(record.path)) {
-        // In its place: whoever holds the record goes on with what the file is now.
-        record = *emptyRecord(record);
-        return true;
-    }
-    postFailure(record, Messages::unableToRemoveAllTags());
+    const bool isStripped = TaglibWrapper::removeAllTags(record.path);
+    if (!isStripped)
+        postFailure(record, Messages::unableToRemoveAllTags());
+    // In its place: whoever holds the record goes on with what the file is now.
+    record.readTags();
     record.imageDataLength = measureImageIn(record.path, record.fileType);
-    return false;
+    return isStripped;
 }
 
 void BatchCommands::noteFailure(const AudioFile& record, const QString& message)

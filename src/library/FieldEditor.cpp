@@ -11,15 +11,28 @@ const QString trackNumberKey = QStringLiteral("TRACKNUMBER");
 const QString discNumberKey = QStringLiteral("DISCNUMBER");
 const QString trackKey = QStringLiteral("TRACK");
 
+/// The halves of a number as the file has it, in which "Various" is no marker.
+NumberText::Parts halves(const QString& text)
+{
+    return text == NumberText::various ? NumberText::Parts{text, {}} : NumberText::split(text);
+}
+
+/// A number with another total. The 0 that stands for a missing number goes with the total.
+QString withTotal(const QString& number, const QString& total)
+{
+    const bool isPlaceholder = total.isEmpty() && number == QLatin1Char('0');
+    return isPlaceholder ? QString() : NumberText::join(number, total);
+}
+
 /// The keys to write into the record's file for one edited field.
 PropertyMap changesFor(const AudioFile& record, const QString& key, const QString& value)
 {
-    const auto track = NumberText::split(record.trackNumber);
-    const auto disc = NumberText::split(record.discNumber);
+    const auto track = halves(record.trackNumber);
+    const auto disc = halves(record.discNumber);
     if (key == QLatin1String("TRACKNUM"))
         return {{trackNumberKey, NumberText::join(value, track.total)}, {trackKey, value}};
     if (key == QLatin1String("TRACKTOTAL")) {
-        PropertyMap changes{{trackNumberKey, NumberText::join(track.num, value)}};
+        PropertyMap changes{{trackNumberKey, withTotal(track.num, value)}};
         if (value.isEmpty())
             changes[trackKey].clear();
         return changes;
@@ -27,7 +40,7 @@ PropertyMap changesFor(const AudioFile& record, const QString& key, const QStrin
     if (key == QLatin1String("DISCNUM"))
         return {{discNumberKey, NumberText::join(value, disc.total)}};
     if (key == QLatin1String("DISCTOTAL"))
-        return {{discNumberKey, NumberText::join(disc.num, value)}};
+        return {{discNumberKey, withTotal(disc.num, value)}};
     return {{key, value}};
 }
 
@@ -58,6 +71,5 @@ void FieldEditor::apply(const QList<FieldEdit>& edits, AudioFile& record)
         edited.setFromPropertyMap(full);
         changes.insert(more);
     }
-    if (writer_.writeTags(record, changes))
-        record = edited;
+    writer_.writeTags(record, changes);
 }

@@ -22,7 +22,7 @@ class FieldEditor {
 public:
     FieldEditor(ArrayController& list, TagWriter& writer, WorkMonitor& monitor);
 
-    /// Each record's file is written at once; a record changes only when its file was written.
+    /// Each record's file is written at once; the records have what their files have then.
     void applyEdit(const QString& key, const QString& value) { applyEdits({{key, value}}); }
     /// The same for several fields, one on top of the other; each file is written once.
     void applyEdits(const QList<FieldEdit>& edits);

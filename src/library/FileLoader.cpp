@@ -27,7 +27,7 @@ bool FileLoader::openPaths(const QStringList& paths)
     const ArrayController::AddingBatch batch(list_);
     bool allAdded = true;
     QStringList added;
-    const bool allTried = WorkLoop::run(monitor_, files, [&](const QString& file) {
+    const bool allTried = WorkLoop::read(monitor_, files, [&](const QString& file) {
         if (addFile(file))
             added.append(file);
         else

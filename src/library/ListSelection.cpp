@@ -4,9 +4,10 @@
 
 #include <algorithm>
 
-ListSelection::QuietChange::QuietChange(ListSelection& selection) : selection_(selection)
+ListSelection::QuietChange::QuietChange(ListSelection& selection, bool movesSelection) : selection_(selection)
 {
-    selection_.announce();
+    if (movesSelection)
+        selection_.announce();
     selection_.quiet_ = true;
 }
 

@@ -15,7 +15,8 @@ public:
     /// again: `aboutToChange` is emitted once before it and `changed` once after it.
     class QuietChange {
     public:
-        explicit QuietChange(ListSelection& selection);
+        /// @param movesSelection false when the same records are selected after it: it is then not announced.
+        explicit QuietChange(ListSelection& selection, bool movesSelection = true);
         ~QuietChange();
         Q_DISABLE_COPY_MOVE(QuietChange)
 

@@ -42,10 +42,11 @@ const std::array<Name, 16>& names()
 
 } // namespace
 
-SelectionSummary::SelectionSummary(const std::vector<AudioFilePtr>& records)
+SelectionSummary::SelectionSummary(const std::vector<AudioFilePtr>& records) : records_(records)
 {
     if (records.empty())
         return;
+    std::sort(records_.begin(), records_.end());
     for (const auto& [name, valueOf, isNumber] : names()) {
         const QString first = valueOf(*records.front());
         const bool same = std::all_of(records.begin() + 1, records.end(),

@@ -25,8 +25,11 @@ public:
     /// True where the value is a marker.
     bool isMixed(const QString& name) const { return mixed_.contains(name); }
     bool isEmpty() const { return values_.isEmpty(); }
+    /// Whether both are summaries of the same records, in whatever order.
+    bool isOfSameRecords(const SelectionSummary& other) const { return records_ == other.records_; }
 
 private:
+    std::vector<AudioFilePtr> records_; ///< ordered by their addresses
     QMap<QString, QString> values_;
     QSet<QString> mixed_;
 };

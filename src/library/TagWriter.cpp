@@ -8,9 +8,19 @@
 
 TagWriter::TagWriter(Notifier& notifier) : notifier_(notifier) {}
 
-bool TagWriter::writeTags(const AudioFile& record, const PropertyMap& changes)
+bool TagWriter::writeTags(AudioFile& record, const PropertyMap& changes)
 {
-    const QString& path = record.path;
+    const bool isWritten = write(record.path, changes);
+    if (!record.readTags() && isWritten) {
+        PropertyMap full = record.propertyMap();
+        full.insert(changes);
+        record.setFromPropertyMap(full);
+    }
+    return isWritten;
+}
+
+bool TagWriter::write(const QString& path, const PropertyMap& changes)
+{
     if (!FileSystem::isWritableFile(path) && !FileSystem::setPosixPermissions(path, repairedMode)) {
         const QString reason = qt_error_string(errno);
         Messages::post(notifier_, {path, Messages::fileNotWritable(), reason});

@@ -13,10 +13,13 @@ public:
     explicit TagWriter(Notifier& notifier);
 
     /// Writes the keys of @p changes (an empty value clears) into the record's file. A file that is not writable is
-    /// made so first, if its owner is the user; that change of permissions stays. The record is not touched.
+    /// made so first, if its owner is the user; that change of permissions stays. The record takes over what the
+    /// file has then, written or not: a container may hold less than was asked for, as a year without its day.
     /// @return true when the file was written.
-    bool writeTags(const AudioFile& record, const PropertyMap& changes);
+    bool writeTags(AudioFile& record, const PropertyMap& changes);
 
 private:
+    bool write(const QString& path, const PropertyMap& changes);
+
     Notifier& notifier_;
 };

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <utility>
 #include <vector>
 
 /// Follows the loops of commands over many files, which run on the main thread, and may stop them between two files.
@@ -11,6 +12,8 @@ class WorkMonitor {
 public:
     virtual ~WorkMonitor() = default;
 
+    /// A loop that changes files is about to begin.
+    virtual void filesWillChange() {}
     /// A loop over so many files begins. Loops are not nested.
     virtual void workBegins(qsizetype count) = 0;
     /// The next file is about to be worked on. @return false when the loop is to stop before it.
@@ -38,10 +41,10 @@ inline const QString& pathOf(const AudioFilePtr& record)
     return record->path;
 }
 
-/// Does @p work with each of the paths or records, one after another, until the monitor stops it.
+/// Does @p work, which only reads, with each of the paths or records, one after another, until the monitor stops it.
 /// @return false when it did.
 template <class Files, class Work>
-bool run(WorkMonitor& monitor, const Files& files, Work work)
+bool read(WorkMonitor& monitor, const Files& files, Work work)
 {
     struct Span {
         WorkMonitor& monitor;
@@ -55,6 +58,14 @@ bool run(WorkMonitor& monitor, const Files& files, Work work)
         work(file);
     }
     return true;
+}
+
+/// The same for work that changes the files.
+template <class Files, class Work>
+bool run(WorkMonitor& monitor, const Files& files, Work work)
+{
+    monitor.filesWillChange();
+    return read(monitor, files, std::move(work));
 }
 
 } // namespace WorkLoop

@@ -40,19 +40,31 @@ std::shared_ptr<AudioFile> AudioFile::fromPropertyMap(const PropertyMap& map, co
                                                       qint64 imageDataLength)
 {
     auto record = std::make_shared<AudioFile>();
-    PropertyMap full = map;
-    if (!full.contains(compilationKey))
-        full[compilationKey] = none;
-    if (full.value(yearKey) == none)
-        full[yearKey].clear();
-    record->setFromPropertyMap(full);
-
+    record->takeTags(map);
     const QFileInfo file(path);
     record->path = path;
     record->fileName = file.fileName();
     record->fileType = file.suffix();
     record->imageDataLength = imageDataLength;
     return record;
+}
+
+bool AudioFile::readTags()
+{
+    const auto map = TaglibWrapper::getMetadata(path);
+    if (map)
+        takeTags(*map);
+    return map.has_value();
+}
+
+void AudioFile::takeTags(const PropertyMap& map)
+{
+    PropertyMap full = map;
+    if (!full.contains(compilationKey))
+        full[compilationKey] = none;
+    if (full.value(yearKey) == none)
+        full[yearKey].clear();
+    setFromPropertyMap(full);
 }
 
 std::span<const AudioFile::TagField> AudioFile::tagFields()

@@ -9,7 +9,7 @@
 
 /// The track record: one file of the list, as its tags were last read or written.
 ///
-/// Shared and mutable; edits change it in place, and only after the file itself was written.
+/// Shared and mutable; edits change it in place, after the file itself was written.
 /// A missing value is an empty text.
 class AudioFile {
 public:
@@ -28,6 +28,10 @@ public:
     /// Keys that @p map does not hold give empty texts, and "0" for COMPILATION.
     static std::shared_ptr<AudioFile> fromPropertyMap(const PropertyMap& map, const QString& path,
                                                       qint64 imageDataLength);
+
+    /// Takes over the ten tag fields that the file has now; the measure of its picture stays.
+    /// @return false, with the record as it was, when the tags can't be read.
+    bool readTags();
 
     /// The ten tag fields in declared order.
     static std::span<const TagField> tagFields();
@@ -57,6 +61,10 @@ public:
     QString fileType;    ///< extension exactly as written
     /// Measure of the embedded picture (see measureImage); 0 when there is none. It only serves comparisons.
     qint64 imageDataLength = 0;
+
+private:
+    /// As a file has them: keys that are not there, and a year of 0, are missing values.
+    void takeTags(const PropertyMap& map);
 };
 
 using AudioFilePtr = std::shared_ptr<AudioFile>;

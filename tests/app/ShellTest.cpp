@@ -3,9 +3,11 @@
 #include "fakes/Library.h"
 #include "platform/DBusNotificationService.h"
 #include "platform/SessionBus.h"
+#include "support/Rows.h"
 
 #include <QElapsedTimer>
 #include <QLocalServer>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <thread>
@@ -23,6 +25,28 @@ private slots:
         library.defaults.setBool(DefaultsKey::showNotifications, true);
         AppDelegate(library.controller, poster, library.defaults).applicationWillFinishLaunching();
         QVERIFY(!library.defaults.boolForKey(DefaultsKey::showNotifications));
+    }
+
+    // the column that the list is sorted by
+    void filesHandedOverGoRoundAnEdit_data() { addRows({"-1", "1"}); }
+    void filesHandedOverGoRoundAnEdit()
+    {
+        Library library;
+        library.openAll({u"v24.mp3"_qs, u"tagged.m4a"_qs});
+        library.list.sort(row()[0].toInt());
+        library.list.setFilterText(u"Blue"_qs);
+        library.select(u"0"_qs);
+        const auto edited = library.list.selectedObjects();
+        library.controller.applyEdit(u"TITLE"_qs, u"No longer found"_qs);
+        const QSignalSpy ended(&library.controller, &ViewController::editingShouldEnd);
+        const QSignalSpy begun(&library.monitor, &LongWork::aboutToBegin);
+        FakeNotificationService service;
+        NotificationPoster poster(library.defaults, service);
+        AppDelegate(library.controller, poster, library.defaults)
+            .applicationOpenFiles({library.folder.copy(u"v24.mp3"_qs, u"handed.mp3"_qs)});
+        QCOMPARE(library.list.content().size(), 3U);
+        QCOMPARE(ended.size() + begun.size(), 0);
+        QCOMPARE(library.list.selectedObjects(), edited);
     }
 
     void postsASecondLaterFromAnyThread()

@@ -1,8 +1,9 @@
 """From the first start to edited tags."""
 
 import os
+import subprocess
 
-from desktop import Atspi, clipboard, drag, eventually, keys, types
+from desktop import PATIENCE, Atspi, clipboard, drag, eventually, keys, types
 from journey import ALBUM, Journey, contents, tags
 from peer import source
 from program import STATES
@@ -88,6 +89,30 @@ class Editing(Journey):
         self.expect("Fourth", lambda: title.text)
         self.end(program)
         self.assertEqual(tags(self.files[4])["title"], "Low Tide (Night Version)")
+
+    def test_only_what_is_meant_is_written(self):
+        program = self.with_album()
+        program.table.heading(1).click()
+        self.expect([ALBUM[index] for index in (3, 1, 0, 4, 2)], lambda: program.rows)
+        program.select(0, 1)
+        before = [tags(file) for file in self.files]
+        program.edit("Title", "New")
+        keys("ctrl+z", "Tab")
+        artist = program.window.field("Artist")
+        eventually(lambda: artist.has(STATES.FOCUSED))
+        keys("ctrl+a", "alt+x", "ctrl+alt+x")
+        # Files that are handed over find their places in the sorted list; the typing goes on.
+        types("Half")
+        other = self.copy("v24.mp3", "another one.mp3")
+        subprocess.run([program.process.args[0], other], env=program.environment, timeout=PATIENCE, check=True)
+        eventually(lambda: len(program.rows) == 6)
+        self.assertEqual(tags(self.files[1])["artist"], before[1]["artist"])
+        types(" typed")
+        keys("Tab")
+        for index, old in enumerate(before):
+            new = {"title": "New", "artist": "Half typed"} if index in (1, 3) else {}
+            self.expect({**old, **new}, lambda: tags(self.files[index]))
+        self.end(program)
 
     def test_totals_and_numbering(self):
         program = self.with_album()

@@ -1,7 +1,7 @@
 #include "library/ui/EditorPane.h"
 
-#include "library/SelectionSummary.h"
 #include "library/ui/GenreBox.h"
+#include "library/ui/GenreField.h"
 #include "library/ui/TagField.h"
 #include "model/NumberText.h"
 #include "platform/ui/FieldLabel.h"
@@ -11,6 +11,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenuBar>
 #include <QStyle>
 
 namespace {
@@ -35,6 +36,15 @@ QString shownYear(const SelectionSummary& summary)
     return year == NumberText::various ? NumberText::variousNumber : QString();
 }
 
+/// Shows that the selected files differ, but can only be clicked on and off.
+class CompilationBox : public QCheckBox {
+public:
+    using QCheckBox::QCheckBox;
+
+protected:
+    void nextCheckState() override { setCheckState(checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked); }
+};
+
 } // namespace
 
 EditorPane::EditorPane(QWidget* parent) : QWidget(parent), grid_(new QGridLayout), form_(new QWidget(this))
@@ -57,11 +67,13 @@ EditorPane::EditorPane(QWidget* parent) : QWidget(parent), grid_(new QGridLayout
     addField(QT_TR_NOOP("&Comment"), "COMMENT", "comment");
     addCompilation();
     showSummary(SelectionSummary());
+    connect(qApp, &QApplication::focusChanged, this, &EditorPane::noteFocus);
 }
 
 EditorPane::~EditorPane()
 {
     // A field that loses the focus while it is destroyed ends its editing.
+    qApp->disconnect(this);
     for (auto* field : std::as_const(fields_))
         field->disconnect(this);
 }
@@ -75,10 +87,12 @@ void EditorPane::setHeader(QWidget* header)
 
 void EditorPane::showSummary(const SelectionSummary& summary)
 {
+    const auto fill = summary.isOfSameRecords(shown_) ? &TagField::updateValue : &TagField::showValue;
+    shown_ = summary;
     for (auto* field : std::as_const(fields_)) {
         const QString& name = field->summaryName();
         const bool isYear = name == QLatin1String("year");
-        field->showValue(isYear ? shownYear(summary) : summary.shownValue(name), summary.isMixed(name));
+        (field->*fill)(isYear ? shownYear(summary) : summary.shownValue(name), summary.isMixed(name));
     }
     showCompilation(summary.value(QStringLiteral("compilation"), QStringLiteral("0")));
     form_->setEnabled(!summary.isEmpty());
@@ -88,6 +102,17 @@ void EditorPane::endEditing()
 {
     for (auto* field : std::as_const(fields_))
         field->commit();
+}
+
+void EditorPane::noteFocus(QWidget*, QWidget* now)
+{
+    // A field that the menu bar or another window has taken the focus from may not get it back.
+    if (!now || now->window() != window() || qobject_cast<QMenuBar*>(now))
+        return;
+    for (auto* field : std::as_const(fields_)) {
+        if (!field->hasFocus())
+            field->commit();
+    }
 }
 
 void EditorPane::focusFirstField()
@@ -135,12 +160,9 @@ void EditorPane::addNumbers(const char* label, const char* key, const char* tota
 
 void EditorPane::addCompilation()
 {
-    compilation_ = new QCheckBox(tr("C&ompilation"), form_);
-    connect(compilation_, &QCheckBox::clicked, this, [this] {
-        const auto state = compilation_->checkState();
-        emit compilationClicked(state == Qt::PartiallyChecked ? QStringLiteral("-1")
-                                                              : QString::number(state == Qt::Checked));
-    });
+    compilation_ = new CompilationBox(tr("C&ompilation"), form_);
+    connect(compilation_, &QCheckBox::clicked, this,
+            [this] { emit compilationClicked(QString::number(compilation_->isChecked())); });
     grid_->addWidget(compilation_, grid_->rowCount(), 1);
 }
 
@@ -169,11 +191,9 @@ void EditorPane::adopt(TagField* field)
 
 void EditorPane::showCompilation(const QString& value)
 {
-    compilation_->setTristate(false);
-    if (value == QLatin1String("0") || value == QLatin1String("1")) {
-        compilation_->setChecked(value == QLatin1String("1"));
-        return;
-    }
-    compilation_->setTristate(true);
-    compilation_->setCheckState(Qt::PartiallyChecked);
+    const bool isMixed = value != QLatin1String("0") && value != QLatin1String("1");
+    compilation_->setCheckState(isMixed                       ? Qt::PartiallyChecked
+                                : value == QLatin1String("1") ? Qt::Checked
+                                                              : Qt::Unchecked);
+    compilation_->setTristate(isMixed);
 }

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "library/SelectionSummary.h"
+
 #include <QList>
 #include <QWidget>
 
 class GenreBox;
 class QCheckBox;
 class QGridLayout;
-class SelectionSummary;
 class TagField;
 
 /// The fields beside the list: what the selected records have in common, and where it is edited.
@@ -20,7 +21,8 @@ public:
     /// Puts a widget (the art well) above the fields.
     void setHeader(QWidget* header);
 
-    /// Fills every field; the fields are enabled unless the summary is that of an empty selection.
+    /// Fills every field; the fields are enabled unless the summary is that of an empty selection. While the same
+    /// records are selected, an edit in progress goes on, and the cursor stays where it is.
     void showSummary(const SelectionSummary& summary);
     /// Ends an edit in progress: it is emitted before this returns.
     void endEditing();
@@ -31,11 +33,12 @@ public:
 
 signals:
     void edited(const QString& key, const QString& value);
-    /// The compilation box was clicked and is now on ("1"), off ("0") or mixed ("-1").
+    /// The compilation box was clicked and is now on ("1") or off ("0").
     void compilationClicked(const QString& state);
     void rowStepWanted(int step);
 
 private:
+    void noteFocus(QWidget* before, QWidget* now);
     TagField* addField(const char* label, const char* key, const char* summaryName);
     void addGenre();
     void addNumbers(const char* label, const char* key, const char* totalKey, const char* summaryPrefix,
@@ -51,4 +54,5 @@ private:
     GenreBox* genre_ = nullptr;
     QCheckBox* compilation_ = nullptr;
     QWidget* form_;
+    SelectionSummary shown_;
 };

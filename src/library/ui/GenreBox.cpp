@@ -1,14 +1,13 @@
 #include "library/ui/GenreBox.h"
 
-#include "library/ui/TagField.h"
+#include "library/ui/GenreField.h"
 #include "model/GenreList.h"
 
 #include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QWheelEvent>
 
-GenreBox::GenreBox(QWidget* parent)
-    : QComboBox(parent), field_(new TagField(QStringLiteral("GENRE"), QStringLiteral("genre"), this))
+GenreBox::GenreBox(QWidget* parent) : QComboBox(parent), field_(new GenreField(this))
 {
     // Makes the box editable by itself; setEditable() would make its list as well, which the first opening does.
     setLineEdit(field_);
@@ -22,21 +21,17 @@ GenreBox::GenreBox(QWidget* parent)
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     addItems(GenreList::names());
     setCurrentIndex(-1);
-    connect(field_, &QLineEdit::textEdited, this, &GenreBox::complete);
-    connect(field_, &QLineEdit::textChanged, this, &GenreBox::noteText);
+    connect(this, &QComboBox::activated, field_, &GenreField::takeProposal);
     // The box shows the chosen entry only after this signal.
     connect(this, &QComboBox::activated, this, &GenreBox::applyChoice, Qt::QueuedConnection);
 }
 
 void GenreBox::showPopup()
 {
-    const QString text = field_->text();
-    const QSignalBlocker quietBox(this);
-    const QSignalBlocker quietField(field_);
-    setCurrentIndex(GenreList::indexOf(text));
-    field_->setText(text);
     view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     QComboBox::showPopup();
+    // The current item is not the box's own, which would choose it for the field as well.
+    view()->setCurrentIndex(model()->index(GenreList::indexOf(field_->text()), 0));
 }
 
 void GenreBox::keyPressEvent(QKeyEvent* event)
@@ -57,26 +52,6 @@ void GenreBox::wheelEvent(QWheelEvent* event)
 {
     // Scrolling past the box must not change files.
     event->ignore();
-}
-
-void GenreBox::complete(const QString& typed)
-{
-    const bool shortened = typed.size() <= typed_.size() && shown_.startsWith(typed, Qt::CaseInsensitive);
-    typed_ = typed;
-    shown_ = typed;
-    const auto genre = GenreList::completed(typed);
-    if (shortened || !genre || field_->cursorPosition() < typed.size())
-        return;
-    shown_ = *genre;
-    field_->setText(*genre);
-    field_->setSelection(static_cast<int>(genre->size()), static_cast<int>(typed.size() - genre->size()));
-}
-
-void GenreBox::noteText(const QString& text)
-{
-    // Anything but what was typed or completed is a new filling of the field.
-    if (text != typed_ && text != shown_)
-        typed_ = shown_ = text;
 }
 
 void GenreBox::applyChoice(int index)

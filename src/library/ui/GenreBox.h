@@ -2,16 +2,16 @@
 
 #include <QComboBox>
 
-class TagField;
+class GenreField;
 
-/// The genre field: a tag field with the list of genres to choose from and completion while typing.
+/// The genre field: a tag field with the list of genres to choose from.
 class GenreBox : public QComboBox {
     Q_OBJECT
 
 public:
     explicit GenreBox(QWidget* parent = nullptr);
 
-    TagField& field() const { return *field_; }
+    GenreField& field() const { return *field_; }
 
     void showPopup() override;
 
@@ -20,11 +20,7 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    void complete(const QString& typed);
-    void noteText(const QString& text);
     void applyChoice(int index);
 
-    TagField* field_;
-    QString typed_; ///< what the user has typed last
-    QString shown_; ///< the same with its completion
+    GenreField* field_;
 };

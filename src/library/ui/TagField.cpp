@@ -1,37 +1,102 @@
 #include "library/ui/TagField.h"
 
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QScopedValueRollback>
 
 #include <limits>
 #include <utility>
+
+namespace {
+
+/// Alt, Meta and Ctrl call commands. Only AltGr, which some systems report as Ctrl and Alt together, is a part of typing.
+bool mayType(const QKeyEvent& event)
+{
+    const auto commandKeys = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (!commandKeys || event.modifiers().testFlag(Qt::GroupSwitchModifier))
+        return true;
+    const QString text = event.text();
+    const bool isPlainLetter =
+        text.isEmpty() || (text.front().isLetterOrNumber() && text.front().toUpper().unicode() == event.key());
+    return commandKeys == (Qt::ControlModifier | Qt::AltModifier) && !isPlainLetter;
+}
+
+bool isKeyOf(QKeySequence::StandardKey command, const QString& keys)
+{
+    return !keys.isEmpty() && keys == QKeySequence(command).toString(QKeySequence::NativeText);
+}
+
+} // namespace
 
 TagField::TagField(QString key, QString summaryName, QWidget* parent)
     : QLineEdit(parent), key_(std::move(key)), summaryName_(std::move(summaryName))
 {
     // A text that is cut when it is shown would be written cut.
     setMaxLength(std::numeric_limits<int>::max());
-    connect(this, &QLineEdit::editingFinished, this, &TagField::commit);
+    connect(this, &QLineEdit::returnPressed, this, &TagField::commit);
+    connect(this, &QLineEdit::textEdited, this, &TagField::noteEdited);
     connect(this, &QLineEdit::textChanged, this, &TagField::updateTextColour);
 }
 
 void TagField::showValue(const QString& text, bool isMixed)
 {
-    mixed_ = isMixed;
-    setText(text);
-    originalStringValue_ = this->text();
-    updateTextColour();
+    setValue(text, isMixed);
     if (hasFocus())
         selectAll();
     else
         setCursorPosition(0);
 }
 
+void TagField::updateValue(const QString& text, bool isMixed)
+{
+    if (isBeingEdited()) {
+        originalStringValue_ = text;
+        mixed_ = isMixed;
+        updateTextColour();
+        return;
+    }
+    // The text is left alone, with its cursor and what can be undone, unless a marker could come back.
+    if (text == this->text() && isMixed == mixed_ && (isMixed || marker_.isNull()))
+        return;
+    const int cursor = hasFocus() ? cursorPosition() : 0;
+    setValue(text, isMixed);
+    setCursorPosition(cursor);
+    if (hasFocus() && showsMarker())
+        selectAll();
+}
+
+void TagField::setValue(const QString& text, bool isMixed)
+{
+    mixed_ = isMixed;
+    isTyped_ = false;
+    isComposing_ = false;
+    isComposedOverMarker_ = false;
+    marker_ = isMixed ? text : QString();
+    setText(text);
+    originalStringValue_ = this->text();
+    updateTextColour();
+}
+
+void TagField::restore()
+{
+    setValue(QString(originalStringValue_), mixed_);
+}
+
 void TagField::commit()
 {
-    if (text() == originalStringValue_)
-        return;
-    acceptText();
-    emit edited(key_, text());
+    const QString wanted = editedText();
+    if (isChanged(wanted)) {
+        if (wanted != text())
+            setText(wanted);
+        acceptText();
+        emit edited(key_, wanted);
+    } else if (wanted != text() || text() != originalStringValue_) {
+        restore();
+    }
 }
 
 void TagField::acceptText()
@@ -41,19 +106,70 @@ void TagField::acceptText()
     updateTextColour();
 }
 
+bool TagField::isChanged(const QString& wanted) const
+{
+    const bool isMarker =
+        (!isTyped_ && !marker_.isNull() && wanted == marker_) || (isComposedOverMarker_ && wanted.isEmpty());
+    return !isMarker && (wanted != originalStringValue_ || (mixed_ && isTyped_));
+}
+
+bool TagField::isBeingEdited() const
+{
+    return isComposing_ || text() != originalStringValue_ || isChanged(editedText());
+}
+
+void TagField::noteEdited(const QString& text)
+{
+    isTyped_ = !typed_.isNull() && (isTyped_ || text == typed_);
+}
+
 void TagField::keyPressEvent(QKeyEvent* event)
 {
-    const bool plain = !(event->modifiers() & ~Qt::KeypadModifier);
-    if (plain && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
-        emit rowStepWanted(event->key() == Qt::Key_Up ? -1 : 1);
+    if (handleCommand(*event))
+        return;
+    if (mayType(*event)) {
+        const QScopedValueRollback typing(typed_, event->text());
+        QLineEdit::keyPressEvent(event);
         return;
     }
-    if (plain && event->key() == Qt::Key_Escape && text() != originalStringValue_) {
-        setText(originalStringValue_);
+    // Without a text it can only be a shortcut.
+    QKeyEvent shortcut(event->type(), event->key(), event->modifiers(), QString(), event->isAutoRepeat());
+    QLineEdit::keyPressEvent(&shortcut);
+    event->setAccepted(shortcut.isAccepted());
+}
+
+bool TagField::handleCommand(const QKeyEvent& event)
+{
+    const bool plain = !(event.modifiers() & ~Qt::KeypadModifier);
+    if (plain && (event.key() == Qt::Key_Up || event.key() == Qt::Key_Down)) {
+        emit rowStepWanted(event.key() == Qt::Key_Up ? -1 : 1);
+        return true;
+    }
+    if (plain && event.key() == Qt::Key_Escape && isBeingEdited()) {
+        restore();
         selectAll();
-        return;
+        return true;
     }
-    QLineEdit::keyPressEvent(event);
+    // On the clipboard the marker would be a text like any other.
+    const bool cuts = event.matches(QKeySequence::Cut);
+    if (!showsMarker() || !(cuts || event.matches(QKeySequence::Copy)))
+        return false;
+    if (cuts && hasSelectedText())
+        del();
+    return true;
+}
+
+void TagField::inputMethodEvent(QInputMethodEvent* event)
+{
+    const bool composes = !event->preeditString().isEmpty();
+    if (composes && !isComposing_)
+        isComposedOverMarker_ = showsMarker();
+    const QScopedValueRollback typing(typed_, event->commitString());
+    QLineEdit::inputMethodEvent(event);
+    isComposing_ = composes;
+    // What was given up leaves the field empty, which would clear it in every file.
+    if (!composes && std::exchange(isComposedOverMarker_, false) && text().isEmpty())
+        restore();
 }
 
 void TagField::focusInEvent(QFocusEvent* event)
@@ -64,12 +180,46 @@ void TagField::focusInEvent(QFocusEvent* event)
         selectAll();
 }
 
+void TagField::focusOutEvent(QFocusEvent* event)
+{
+    QLineEdit::focusOutEvent(event);
+    // A menu, a list or another window in front gives the focus back.
+    const bool comesBack =
+        event->reason() == Qt::MenuBarFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
+    if (!comesBack && !QApplication::activePopupWidget())
+        commit();
+}
+
 void TagField::mouseReleaseEvent(QMouseEvent* event)
 {
     QLineEdit::mouseReleaseEvent(event);
+    if (!showsMarker()) {
+        focusedByMouse_ = false;
+        return;
+    }
+    // Selected by the mouse, the marker could be pasted with its middle button.
+    auto* clipboard = QGuiApplication::clipboard();
+    if (event->button() == Qt::LeftButton && clipboard->ownsSelection() && hasSelectedText()) {
+        const int start = selectionStart();
+        const int length = selectionLength();
+        clipboard->clear(QClipboard::Selection);
+        setSelection(start, length);
+    }
     // The click that brought the focus has put the cursor into the marker.
-    if (std::exchange(focusedByMouse_, false) && showsMarker() && !hasSelectedText())
+    if (std::exchange(focusedByMouse_, false) && !hasSelectedText())
         selectAll();
+}
+
+void TagField::contextMenuEvent(QContextMenuEvent* event)
+{
+    auto* menu = createStandardContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (auto* action : menu->actions()) {
+        const QString keys = action->text().section(QLatin1Char('\t'), 1);
+        if (showsMarker() && (isKeyOf(QKeySequence::Cut, keys) || isKeyOf(QKeySequence::Copy, keys)))
+            action->setEnabled(false);
+    }
+    menu->popup(event->globalPos());
 }
 
 void TagField::changeEvent(QEvent* event)
@@ -81,7 +231,7 @@ void TagField::changeEvent(QEvent* event)
 
 bool TagField::showsMarker() const
 {
-    return mixed_ && text() == originalStringValue_;
+    return mixed_ && !isTyped_ && text() == originalStringValue_;
 }
 
 void TagField::updateTextColour()
