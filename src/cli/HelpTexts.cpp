@@ -133,7 +133,7 @@ Saves the cover art of one file, byte for byte as it is stored.
 Options:
   --output IMAGE  Where to save it; "-" is standard output
   --convert       Convert it when the name of IMAGE ends with that of another
-                  format: .jpeg, .jpg, .png, .tiff, .gif or .bmp
+                  format: .jpeg, .jpg, .png, .tiff, .tif, .gif or .bmp
   -h, --help      Show this text
 
 Example:

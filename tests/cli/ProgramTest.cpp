@@ -93,7 +93,7 @@ private slots:
             "csv=p=0 x.PNG | 0 | png,48",
             "cli art get --convert --output - b.m4a 2>&1|head -1 | 0 | sonvika-cli: With --convert the name of IMAGE "
             "must "
-            "end with .jpeg, .jpg, .png, .tiff, .gif, .bmp.",
+            "end with .jpeg, .jpg, .png, .tiff, .tif, .gif, .bmp.",
             "cli art get --convert --output x.jpeg b.m4a&&cmp x.jpeg cover.jpg | 0",
             "cli art get --output a.mp3 b.m4a | 1 |  | b.m4a: Cover art is not "
             "written over recordings: a.mp3",
