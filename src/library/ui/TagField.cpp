@@ -40,6 +40,8 @@ TagField::TagField(QString key, QString summaryName, QWidget* parent)
     connect(this, &QLineEdit::returnPressed, this, &TagField::commit);
     connect(this, &QLineEdit::textEdited, this, &TagField::noteEdited);
     connect(this, &QLineEdit::textChanged, this, &TagField::updateTextColour);
+    // The field offers what was selected only after that.
+    connect(this, &QLineEdit::selectionChanged, this, &TagField::withholdMarker, Qt::QueuedConnection);
 }
 
 void TagField::showValue(const QString& text, bool isMixed)
@@ -128,7 +130,8 @@ void TagField::keyPressEvent(QKeyEvent* event)
     if (handleCommand(*event))
         return;
     if (mayType(*event)) {
-        const QScopedValueRollback typing(typed_, event->text());
+        // Keys without a text, such as those for Undo and Paste on some keyboards, don't type either.
+        const QScopedValueRollback typing(typed_, event->text().isEmpty() ? QString() : event->text());
         QLineEdit::keyPressEvent(event);
         return;
     }
@@ -193,21 +196,23 @@ void TagField::focusOutEvent(QFocusEvent* event)
 void TagField::mouseReleaseEvent(QMouseEvent* event)
 {
     QLineEdit::mouseReleaseEvent(event);
-    if (!showsMarker()) {
-        focusedByMouse_ = false;
-        return;
-    }
-    // Selected by the mouse, the marker could be pasted with its middle button.
-    auto* clipboard = QGuiApplication::clipboard();
-    if (event->button() == Qt::LeftButton && clipboard->ownsSelection() && hasSelectedText()) {
-        const int start = selectionStart();
-        const int length = selectionLength();
-        clipboard->clear(QClipboard::Selection);
-        setSelection(start, length);
-    }
     // The click that brought the focus has put the cursor into the marker.
-    if (std::exchange(focusedByMouse_, false) && !hasSelectedText())
+    if (std::exchange(focusedByMouse_, false) && showsMarker() && !hasSelectedText())
         selectAll();
+}
+
+/// Selected, by whatever means, the marker could be pasted with the middle button of the mouse.
+void TagField::withholdMarker()
+{
+    auto* clipboard = QGuiApplication::clipboard();
+    const bool isOffered = clipboard->ownsSelection() && hasSelectedText()
+                           && clipboard->text(QClipboard::Selection) == selectedText();
+    if (!showsMarker() || !isOffered)
+        return;
+    const int start = selectionStart();
+    const int length = selectionLength();
+    clipboard->clear(QClipboard::Selection);
+    setSelection(start, length);
 }
 
 void TagField::contextMenuEvent(QContextMenuEvent* event)

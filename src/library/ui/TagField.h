@@ -53,6 +53,7 @@ private:
     bool isBeingEdited() const;
     bool showsMarker() const;
     void noteEdited(const QString& text);
+    void withholdMarker();
     bool handleCommand(const QKeyEvent& event);
     void updateTextColour();
 
