@@ -17,6 +17,13 @@ NumberText::Parts halves(const QString& text)
     return text == NumberText::various ? NumberText::Parts{text, {}} : NumberText::split(text);
 }
 
+/// What is typed as a number, which may bring its total along.
+NumberText::Parts typedHalves(const QString& value, const QString& total)
+{
+    const auto typed = halves(value);
+    return {typed.num, typed.total.isEmpty() ? total : typed.total};
+}
+
 /// A number with another total. The 0 that stands for a missing number goes with the total.
 QString withTotal(const QString& number, const QString& total)
 {
@@ -29,16 +36,20 @@ PropertyMap changesFor(const AudioFile& record, const QString& key, const QStrin
 {
     const auto track = halves(record.trackNumber);
     const auto disc = halves(record.discNumber);
-    if (key == QLatin1String("TRACKNUM"))
-        return {{trackNumberKey, NumberText::join(value, track.total)}, {trackKey, value}};
+    if (key == QLatin1String("TRACKNUM")) {
+        const auto typed = typedHalves(value, track.total);
+        return {{trackNumberKey, NumberText::join(typed.num, typed.total)}, {trackKey, typed.num}};
+    }
     if (key == QLatin1String("TRACKTOTAL")) {
         PropertyMap changes{{trackNumberKey, withTotal(track.num, value)}};
         if (value.isEmpty())
             changes[trackKey].clear();
         return changes;
     }
-    if (key == QLatin1String("DISCNUM"))
-        return {{discNumberKey, NumberText::join(value, disc.total)}};
+    if (key == QLatin1String("DISCNUM")) {
+        const auto typed = typedHalves(value, disc.total);
+        return {{discNumberKey, NumberText::join(typed.num, typed.total)}};
+    }
     if (key == QLatin1String("DISCTOTAL"))
         return {{discNumberKey, withTotal(disc.num, value)}};
     return {{key, value}};

@@ -74,12 +74,25 @@ private slots:
 
     void writesOnlyWhatIsMeant_data()
     {
-        addRows({"ARTIST:New⏎⌃z⏎⇥ | ARTIST=New | New", "ARTIST:New⌃z⏎⌃z⇥ |  | Various",
-                 "TITLE:New⏎⌃z⇥ | TITLE=New TITLE=Old | Old", "ARTIST:Various⏎⇥ | ARTIST=Various | Various",
-                 "ARTIST:⌦Various⇥ | ARTIST=Various | Various", "ARTIST:Various⎋⇥ |  | Various",
-                 "ARTIST:⌃x⌃v⇥ | ARTIST=Pasted | Pasted", "TRACKNUM:3⏎⌃z⇥ | TRACKNUM=3 | 3",
-                 "TRACKNUM:-⇥ | TRACKNUM=- | -", "ARTIST:⌥x◆v⌃⌥z⌥⇧x⇥ |  | Various", "GENRE:⌥x⇥ |  | Rock",
-                 "ARTIST:⇮q⌃⌥@⇥ | ARTIST=q@ | q@", "ARTIST:ł⇥ | ARTIST=ł | ł", "ARTIST:…∅⇥ |  | Various",
+        addRows({"ARTIST:New⏎⌃z⏎⇥ | ARTIST=New | New",
+                 "ARTIST:New⌃z⏎⌃z⇥ |  | Various",
+                 "TITLE:New⏎⌃z⇥ | TITLE=New TITLE=Old | Old",
+                 "ARTIST:Various⏎⇥ | ARTIST=Various | Various",
+                 "ARTIST:⌦Various⇥ | ARTIST=Various | Various",
+                 "ARTIST:Various⎋⇥ |  | Various",
+                 "ARTIST:⌃x⌃v⇥ | ARTIST=Pasted | Pasted",
+                 "ARTIST:⇲x⇥ | ARTIST=x | x",
+                 "ARTIST:⇱⌃v⇥ | ARTIST=Pasted | Pasted",
+                 "ARTIST:⇲⌫⇥ | ARTIST= | ",
+                 "ARTIST:⌃u⌃v⇥ | ARTIST=Pasted | Pasted",
+                 "ARTIST:⇲ł⇥ | ARTIST=ł | ł",
+                 "TRACKNUM:3⏎⌃z⇥ | TRACKNUM=3 | 3",
+                 "TRACKNUM:-⇥ | TRACKNUM=- | -",
+                 "ARTIST:⌥x◆v⌃⌥z⌥⇧x⇥ |  | Various",
+                 "GENRE:⌥x⇥ |  | Rock",
+                 "ARTIST:⇮q⌃⌥@⇥ | ARTIST=q@ | q@",
+                 "ARTIST:ł⇥ | ARTIST=ł | ł",
+                 "ARTIST:…∅⇥ |  | Various",
                  "ARTIST:…⇥ |  | Various"});
     }
     void writesOnlyWhatIsMeant() { editsOnce(); }

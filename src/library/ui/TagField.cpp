@@ -6,8 +6,11 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMimeData>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 
@@ -23,6 +26,19 @@ bool mayType(const QKeyEvent& event)
     const bool isPlainLetter =
         text.isEmpty() || (text.front().isLetterOrNumber() && text.front().toUpper().unicode() == event.key());
     return commandKeys == (Qt::ControlModifier | Qt::AltModifier) && !isPlainLetter;
+}
+
+bool removes(const QKeyEvent& event)
+{
+    constexpr std::array commands{QKeySequence::Cut,
+                                  QKeySequence::Delete,
+                                  QKeySequence::DeleteStartOfWord,
+                                  QKeySequence::DeleteEndOfWord,
+                                  QKeySequence::DeleteEndOfLine,
+                                  QKeySequence::DeleteCompleteLine};
+    const bool isBackspace = event.key() == Qt::Key_Backspace && !event.modifiers();
+    return isBackspace
+           || std::any_of(commands.begin(), commands.end(), [&](auto command) { return event.matches(command); });
 }
 
 bool isKeyOf(QKeySequence::StandardKey command, const QString& keys)
@@ -153,13 +169,23 @@ bool TagField::handleCommand(const QKeyEvent& event)
         selectAll();
         return true;
     }
-    // On the clipboard the marker would be a text like any other.
-    const bool cuts = event.matches(QKeySequence::Cut);
-    if (!showsMarker() || !(cuts || event.matches(QKeySequence::Copy)))
-        return false;
-    if (cuts && hasSelectedText())
+    return showsMarker() && handleOnMarker(event);
+}
+
+/// The marker goes as a whole, and never to the clipboard, where it would be a text like any other.
+bool TagField::handleOnMarker(const QKeyEvent& event)
+{
+    if (event.matches(QKeySequence::Copy))
+        return true;
+    if (removes(event)) {
+        selectAll();
         del();
-    return true;
+        return true;
+    }
+    const bool types = mayType(event) && !event.text().isEmpty() && event.text().front().isPrint();
+    if (types || event.matches(QKeySequence::Paste))
+        selectAll();
+    return false;
 }
 
 void TagField::inputMethodEvent(QInputMethodEvent* event)
@@ -167,6 +193,8 @@ void TagField::inputMethodEvent(QInputMethodEvent* event)
     const bool composes = !event->preeditString().isEmpty();
     if (composes && !isComposing_)
         isComposedOverMarker_ = showsMarker();
+    if (showsMarker() && (composes || !event->commitString().isEmpty()))
+        selectAll();
     const QScopedValueRollback typing(typed_, event->commitString());
     QLineEdit::inputMethodEvent(event);
     isComposing_ = composes;
@@ -195,18 +223,40 @@ void TagField::focusOutEvent(QFocusEvent* event)
 
 void TagField::mouseReleaseEvent(QMouseEvent* event)
 {
+    if (event->button() == Qt::MiddleButton && showsMarker()) {
+        replaceMarker(QGuiApplication::clipboard()->text(QClipboard::Selection));
+        return;
+    }
     QLineEdit::mouseReleaseEvent(event);
     // The click that brought the focus has put the cursor into the marker.
     if (std::exchange(focusedByMouse_, false) && showsMarker() && !hasSelectedText())
         selectAll();
 }
 
+void TagField::dropEvent(QDropEvent* event)
+{
+    if (!showsMarker() || !event->mimeData()->hasText()) {
+        QLineEdit::dropEvent(event);
+        return;
+    }
+    replaceMarker(event->mimeData()->text());
+    event->acceptProposedAction();
+}
+
+void TagField::replaceMarker(const QString& text)
+{
+    if (text.isEmpty())
+        return;
+    selectAll();
+    insert(text);
+}
+
 /// Selected, by whatever means, the marker could be pasted with the middle button of the mouse.
 void TagField::withholdMarker()
 {
     auto* clipboard = QGuiApplication::clipboard();
-    const bool isOffered = clipboard->ownsSelection() && hasSelectedText()
-                           && clipboard->text(QClipboard::Selection) == selectedText();
+    const bool isOffered =
+        clipboard->ownsSelection() && hasSelectedText() && clipboard->text(QClipboard::Selection) == selectedText();
     if (!showsMarker() || !isOffered)
         return;
     const int start = selectionStart();
@@ -217,6 +267,8 @@ void TagField::withholdMarker()
 
 void TagField::contextMenuEvent(QContextMenuEvent* event)
 {
+    if (showsMarker())
+        selectAll();
     auto* menu = createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
     for (auto* action : menu->actions()) {

@@ -43,6 +43,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -54,6 +55,8 @@ private:
     bool showsMarker() const;
     void noteEdited(const QString& text);
     void withholdMarker();
+    bool handleOnMarker(const QKeyEvent& event);
+    void replaceMarker(const QString& text);
     bool handleCommand(const QKeyEvent& event);
     void updateTextColour();
 
