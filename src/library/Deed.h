@@ -6,7 +6,7 @@
 struct Deed {
     enum class Kind { TracksNumbered, UnsupportedTagsRemoved, AllTagsRemoved, ArtSet, ArtDeleted };
 
-    Kind kind;
+    Kind kind{};
     /// The number of files that it was for; those that have nothing for it to change are not among them.
     qsizetype wanted = 0;
     /// In how many of these it was done. The rest failed, or were not reached when the work was stopped.
