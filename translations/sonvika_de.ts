@@ -433,6 +433,18 @@
         <source>This is no file</source>
         <translation>Dies ist keine Datei</translation>
     </message>
+    <message>
+        <source>Tags of the version ID3v2.2 have no chapters</source>
+        <translation>Tags der Version ID3v2.2 haben keine Kapitel</translation>
+    </message>
+    <message>
+        <source>The tags of this file can&apos;t hold that</source>
+        <translation>Die Tags dieser Datei können das nicht aufnehmen</translation>
+    </message>
+    <message>
+        <source>The tag is built in a way that Sonvika can&apos;t change without damage</source>
+        <translation>Das Tag ist so aufgebaut, dass Sonvika es nicht ohne Schaden ändern kann</translation>
+    </message>
 </context>
 <context>
     <name>FileDialogs</name>

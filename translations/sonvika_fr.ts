@@ -433,6 +433,18 @@
         <source>This is no file</source>
         <translation>Ce n’est pas un fichier</translation>
     </message>
+    <message>
+        <source>Tags of the version ID3v2.2 have no chapters</source>
+        <translation>Les tags de la version ID3v2.2 n’ont pas de chapitres</translation>
+    </message>
+    <message>
+        <source>The tags of this file can&apos;t hold that</source>
+        <translation>Les tags de ce fichier ne peuvent pas contenir cela</translation>
+    </message>
+    <message>
+        <source>The tag is built in a way that Sonvika can&apos;t change without damage</source>
+        <translation>Le tag est construit d’une façon que Sonvika ne peut pas modifier sans dommage</translation>
+    </message>
 </context>
 <context>
     <name>FileDialogs</name>

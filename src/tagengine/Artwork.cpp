@@ -1,6 +1,7 @@
 #include "tagengine/EngineReads.h"
 #include "tagengine/FailureReason.h"
 #include "tagengine/OpenedFile.h"
+#include "tagengine/TagSplice.h"
 #include "tagengine/TagText.h"
 #include "tagengine/TaglibWrapper.h"
 
@@ -22,7 +23,9 @@ const char pictureFrame[] = "APIC";
 PictureFrame* firstPicture(const TagLib::ID3v2::Tag& tag)
 {
     for (auto* frame : tag.frameList(pictureFrame)) {
-        if (auto* picture = dynamic_cast<PictureFrame*>(frame))
+        // A link to a picture is none.
+        auto* picture = dynamic_cast<PictureFrame*>(frame);
+        if (picture && picture->mimeType() != "-->" && picture->mimeType() != "image/-->")
             return picture;
     }
     return nullptr;
@@ -47,22 +50,6 @@ std::optional<TagLib::ByteVector> readPicture(TagLib::MP4::File& file)
     return covers.front().data();
 }
 
-void writePicture(TagLib::MPEG::File& file, const QByteArray& bytes)
-{
-    auto* tag = file.ID3v2Tag(true);
-    if (bytes.isEmpty()) {
-        tag->removeFrames(pictureFrame);
-        return;
-    }
-    auto* picture = firstPicture(*tag);
-    if (!picture) {
-        picture = new PictureFrame;
-        tag->addFrame(picture);
-    }
-    picture->setMimeType("image/jpeg");
-    picture->setPicture(TagText::fromBytes(bytes));
-}
-
 void writePicture(TagLib::MP4::File& file, const QByteArray& bytes)
 {
     auto* tag = file.tag();
@@ -83,10 +70,10 @@ bool refuse()
 
 } // namespace
 
-std::optional<TagLib::ByteVector> EngineReads::picture(const OpenedFile& file, const QString& type)
+std::optional<TagLib::ByteVector> EngineReads::picture(TagLib::File& file, const QString& type)
 {
-    auto* mpeg = file.as<TagLib::MPEG::File>();
-    auto* mp4 = file.as<TagLib::MP4::File>();
+    auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(&file);
+    auto* mp4 = dynamic_cast<TagLib::MP4::File*>(&file);
     if (type == mpegType && mpeg)
         return readPicture(*mpeg);
     if (type == mp4Type && mp4)
@@ -97,7 +84,7 @@ std::optional<TagLib::ByteVector> EngineReads::picture(const OpenedFile& file, c
 std::optional<QByteArray> TaglibWrapper::getImageData(const QString& path, const QString& type)
 {
     const OpenedFile file(path);
-    const auto picture = EngineReads::picture(file, type);
+    const auto picture = file.isNull() ? std::nullopt : EngineReads::picture(*file.file(), type);
     return picture ? std::optional(QByteArray(picture->data(), picture->size())) : std::nullopt;
 }
 
@@ -107,13 +94,13 @@ bool TaglibWrapper::setImageData(const QByteArray& bytes, const QString& path, c
     if (type != mpegType && type != mp4Type)
         return refuse();
     return OpenedFile::rewrite(path, [&](OpenedFile& opened) {
-        auto* mpeg = opened.as<TagLib::MPEG::File>();
         auto* mp4 = opened.as<TagLib::MP4::File>();
-        if (!bytes.isEmpty() && type == mpegType)
-            opened.fillId3v2Tag();
-        if (type == mpegType && mpeg)
-            writePicture(*mpeg, bytes);
-        else if (type == mp4Type && mp4 && mp4->tag())
+        if (type == mpegType && opened.as<TagLib::MPEG::File>()) {
+            opened.expect({});
+            opened.expectPicture(bytes, type);
+            return opened.splice()->setPicture(bytes);
+        }
+        if (type == mp4Type && mp4 && mp4->tag())
             writePicture(*mp4, bytes);
         else
             return refuse();

@@ -1,17 +1,16 @@
 #include "tagengine/EngineReads.h"
 #include "tagengine/FailureReason.h"
+#include "tagengine/Id3v2Edit.h"
 #include "tagengine/OpenedFile.h"
+#include "tagengine/TagSplice.h"
 #include "tagengine/TagText.h"
 #include "tagengine/TaglibWrapper.h"
 
 #include <taglib/chapterframe.h>
 #include <taglib/id3v2tag.h>
 #include <taglib/mpegfile.h>
-#include <taglib/tableofcontentsframe.h>
-#include <taglib/textidentificationframe.h>
 
 #include <algorithm>
-#include <memory>
 #include <set>
 
 namespace {
@@ -32,12 +31,13 @@ void appendChapterTexts(const ChapterFrame& chapter, QStringList& chapters)
     }
 }
 
-std::set<QByteArray> contentsIdentifiers(const TagLib::ID3v2::Tag& tag)
+std::set<QByteArray> contentsIdentifiers(const Id3v2Bytes& tag)
 {
     std::set<QByteArray> identifiers;
-    for (const auto* frame : tag.frameList("CTOC")) {
-        if (const auto* contents = dynamic_cast<const TagLib::ID3v2::TableOfContentsFrame*>(frame))
-            identifiers.insert(QByteArray(TagText::toBytes(contents->elementID()).constData()));
+    constexpr unsigned int headerSize = 10;
+    for (const auto& frame : tag.frames()) {
+        if (frame.id == "CTOC")
+            identifiers.insert(QByteArray(TagText::toBytes(frame.bytes.mid(headerSize)).constData()));
     }
     return identifiers;
 }
@@ -50,18 +50,6 @@ QByteArray nextIdentifier(const std::set<QByteArray>& taken, int& counter)
         identifier = "ch" + QByteArray::number(counter++);
     } while (taken.contains(identifier));
     return identifier;
-}
-
-std::unique_ptr<ChapterFrame> makeChapter(const QString& text, const QByteArray& identifier)
-{
-    const QStringList pieces = text.split(QLatin1Char('@'));
-    const unsigned int start = pieces.size() > 1 ? TagText::leadingNumber(pieces[1]) : 0;
-    auto chapter =
-        std::make_unique<ChapterFrame>(TagText::fromBytes(identifier), start, start, defaultOffset, defaultOffset);
-    auto title = std::make_unique<TagLib::ID3v2::TextIdentificationFrame>("TIT2", TagLib::String::UTF8);
-    title->setText(TagText::toTagLib(pieces.first()));
-    chapter->addEmbeddedFrame(title.release());
-    return chapter;
 }
 
 } // namespace
@@ -90,13 +78,37 @@ std::optional<QStringList> EngineReads::chapters(const OpenedFile& file)
     return chapters;
 }
 
+/// Identifier, start and end in milliseconds, the byte offsets of both, and the title.
+TagLib::ByteVector Id3v2Edit::chapterBody(const QString& text, const QByteArray& identifier) const
+{
+    const QStringList pieces = text.split(QLatin1Char('@'));
+    const auto start = TagLib::ByteVector::fromUInt(pieces.size() > 1 ? TagText::leadingNumber(pieces[1]) : 0);
+    const auto offset = TagLib::ByteVector::fromUInt(defaultOffset);
+    return TagText::fromBytes(identifier).append('\0') + start + start + offset + offset
+           + tag_.makeEmbeddedFrame("TIT2", textBody(TagText::toTagLib(pieces.first())));
+}
+
+bool Id3v2Edit::setChapters(const QStringList& chapters)
+{
+    if (tag_.version() == 2 && !chapters.isEmpty()) {
+        FailureReason::note(QT_TRANSLATE_NOOP("FailureReason", "Tags of the version ID3v2.2 have no chapters"));
+        return false;
+    }
+    const auto taken = contentsIdentifiers(tag_);
+    int counter = 0;
+    std::vector<std::optional<Frame>> frames;
+    for (const auto& text : chapters)
+        frames.push_back(tag_.makeFrame("CHAP", chapterBody(text, nextIdentifier(taken, counter))));
+    return replace(find([](const Frame& frame, TagLib::ID3v2::Frame*) { return frame.id == "CHAP"; }),
+                   std::move(frames));
+}
+
 bool TaglibWrapper::setChapters(const QString& path, const QStringList& chapters)
 {
     return OpenedFile::rewrite(path, [&](OpenedFile& file) {
         if (file.isNull() || !file.tag())
             return false;
-        auto* mpeg = file.as<TagLib::MPEG::File>();
-        if (!mpeg) {
+        if (!file.as<TagLib::MPEG::File>()) {
             TagText::printLine(QStringLiteral("TaglibWrapper.setChapters: Not a MPEG File"));
             FailureReason::note(notMpeg);
             return false;
@@ -105,14 +117,7 @@ bool TaglibWrapper::setChapters(const QString& path, const QStringList& chapters
             FailureReason::note(FailureReason::invalidText);
             return false;
         }
-        if (!chapters.isEmpty())
-            file.fillId3v2Tag();
-        auto* tag = mpeg->ID3v2Tag(true);
-        tag->removeFrames("CHAP");
-        const auto taken = contentsIdentifiers(*tag);
-        int counter = 0;
-        for (const auto& text : chapters)
-            tag->addFrame(makeChapter(text, nextIdentifier(taken, counter)).release());
-        return true;
+        file.expect({});
+        return file.splice()->setChapters(chapters);
     });
 }

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <taglib/tbytevector.h>
+#include <taglib/tfile.h>
 
 #include <optional>
 
@@ -15,10 +16,10 @@ class OpenedFile;
 namespace EngineReads {
 
 /// @return none when the file has no tag.
-std::optional<PropertyMap> metadata(const OpenedFile& file);
+std::optional<PropertyMap> metadata(TagLib::File& file);
 
 /// @return none without a picture, and when the container is not of that type.
-std::optional<TagLib::ByteVector> picture(const OpenedFile& file, const QString& type);
+std::optional<TagLib::ByteVector> picture(TagLib::File& file, const QString& type);
 
 /// As TaglibWrapper::getChapters gives them.
 std::optional<QStringList> chapters(const OpenedFile& file);

@@ -14,6 +14,7 @@ inline constexpr auto noTag = QT_TRANSLATE_NOOP("FailureReason", "The file has n
 inline constexpr auto invalidText = QT_TRANSLATE_NOOP("FailureReason", "The text is not valid Unicode");
 inline constexpr auto inUse = QT_TRANSLATE_NOOP("FailureReason", "Another program is changing the file");
 inline constexpr auto damaged = QT_TRANSLATE_NOOP("FailureReason", "The structure of the file is damaged");
+inline constexpr auto notHeld = QT_TRANSLATE_NOOP("FailureReason", "The tags of this file can't hold that");
 
 /// An operation begins.
 void clear();

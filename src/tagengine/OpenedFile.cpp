@@ -1,15 +1,14 @@
 #include "tagengine/OpenedFile.h"
 
 #include "platform/PathBytes.h"
+#include "tagengine/EngineReads.h"
 #include "tagengine/FailureReason.h"
 #include "tagengine/Mp4Offsets.h"
+#include "tagengine/TagSplice.h"
+#include "tagengine/TagText.h"
 
-#include <taglib/id3v2tag.h>
-#include <taglib/infotag.h>
 #include <taglib/mp4file.h>
 #include <taglib/mpegfile.h>
-#include <taglib/tpropertymap.h>
-#include <taglib/wavfile.h>
 
 namespace {
 
@@ -19,12 +18,30 @@ SafeFileStream::Outcome refuse(const char* reason)
     return SafeFileStream::Outcome::Failed;
 }
 
-/// A track such as "0/12" or a date that is no number: TagLib's save would put the ID3v1 tag's missing number in its
-/// place, and so drop it.
-bool holdsUnreadNumber(const TagLib::ID3v2::Tag& tag)
+bool isNumber(const QString& key)
 {
-    return (tag.track() == 0 && !tag.frameList("TRCK").isEmpty())
-           || (tag.year() == 0 && !tag.frameList("TDRC").isEmpty());
+    return key == QLatin1String("YEAR") || key == QLatin1String("TRACK");
+}
+
+/// A field that is written in another one's frame, too.
+QString companion(const QString& key)
+{
+    static const QMap<QString, QString> companions{{QStringLiteral("YEAR"), QStringLiteral("DATE")},
+                                                   {QStringLiteral("DATE"), QStringLiteral("YEAR")},
+                                                   {QStringLiteral("TRACK"), QStringLiteral("TRACKNUMBER")},
+                                                   {QStringLiteral("TRACKNUMBER"), QStringLiteral("TRACK")}};
+    return companions.value(key);
+}
+
+/// Whether the field will be read otherwise than it is written: numbers stand for genres, a date has more than one form.
+bool hasOtherForms(const QString& key)
+{
+    return key == QLatin1String("GENRE") || key == QLatin1String("DATE");
+}
+
+QString expected(const QString& key, const QString& value)
+{
+    return isNumber(key) ? QString::number(TagText::leadingNumber(value)) : value;
 }
 
 } // namespace
@@ -54,13 +71,48 @@ bool OpenedFile::rewrite(const QString& path, const std::function<bool(OpenedFil
     return outcome == Outcome::Saved;
 }
 
-void OpenedFile::fillId3v2Tag()
+OpenedFile::~OpenedFile() = default;
+
+TagSplice* OpenedFile::splice()
 {
-    auto* mpeg = as<TagLib::MPEG::File>();
-    auto* wav = as<TagLib::RIFF::WAV::File>();
-    auto* tag = mpeg ? mpeg->ID3v2Tag(true) : wav ? wav->ID3v2Tag() : nullptr;
-    if (tag && tag->isEmpty())
-        tag->setProperties(mpeg ? mpeg->properties() : wav->InfoTag()->properties());
+    if (!splice_ && ref_.file())
+        splice_ = TagSplice::of(*ref_.file(), stream_);
+    return splice_.get();
+}
+
+void OpenedFile::expect(const PropertyMap& changes)
+{
+    changes_ = changes;
+    before_ = EngineReads::metadata(*ref_.file()).value_or(PropertyMap());
+}
+
+void OpenedFile::expectPicture(const QByteArray& bytes, const QString& type)
+{
+    hasPicture_ = [=](TagLib::File& saved) {
+        const auto picture = EngineReads::picture(saved, type);
+        return picture.value_or(TagLib::ByteVector()) == TagText::fromBytes(bytes);
+    };
+}
+
+bool OpenedFile::readsAsExpected()
+{
+    stream_.seek(0, TagLib::IOStream::Beginning);
+    const TagLib::FileRef saved(&stream_, false);
+    const auto after = saved.isNull() ? std::nullopt : EngineReads::metadata(*saved.file());
+    if (!after || (hasPicture_ && !hasPicture_(*saved.file())))
+        return false;
+    for (auto field = before_.begin(); field != before_.end(); ++field) {
+        const bool isMeant = changes_.contains(field.key()) || changes_.contains(companion(field.key()));
+        if (!isMeant && after->value(field.key()) != field.value())
+            return false;
+    }
+    for (auto change = changes_.begin(); change != changes_.end(); ++change) {
+        const bool isOverruled = isNumber(change.key()) && changes_.contains(companion(change.key()));
+        if (!isOverruled && !hasOtherForms(change.key())
+            && after->value(change.key()) != expected(change.key(), change.value()))
+            return false;
+    }
+    return true;
 }
 
 SafeFileStream::Outcome OpenedFile::save()
@@ -82,10 +134,13 @@ SafeFileStream::Outcome OpenedFile::save()
 
 bool OpenedFile::saveTags()
 {
-    using MpegFile = TagLib::MPEG::File;
-    auto* mpeg = as<MpegFile>();
-    const auto* tag = mpeg ? mpeg->ID3v2Tag(false) : nullptr;
-    if (tag && holdsUnreadNumber(*tag))
-        return mpeg->save(MpegFile::AllTags, MpegFile::StripOthers, TagLib::ID3v2::v4, MpegFile::DoNotDuplicate);
-    return ref_.save();
+    if (!splice_)
+        return ref_.save();
+    if (!splice_->store())
+        return false;
+    if (!readsAsExpected()) {
+        FailureReason::note(FailureReason::notHeld);
+        return false;
+    }
+    return true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tagengine/PropertyMap.h"
 #include "tagengine/SafeFileStream.h"
 
 #include <QString>
@@ -7,12 +8,16 @@
 #include <taglib/fileref.h>
 
 #include <functional>
+#include <memory>
+
+class TagSplice;
 
 /// A file opened for one engine operation; closed when it goes out of scope.
 class OpenedFile {
 public:
     /// Opens a file for reading.
     explicit OpenedFile(const QString& path) : OpenedFile(path, SafeFileStream::Mode::Read) {}
+    ~OpenedFile();
 
     /// Opens a file, lets @p change alter its tags in memory, and saves it, wholly or not at all. All of it is done
     /// again where somebody else changed the file in the meantime.
@@ -26,9 +31,13 @@ public:
     TagLib::Tag* tag() const { return ref_.tag(); }
     TagLib::File* file() const { return ref_.file(); }
 
-    /// TagLib reports the properties of the ID3v2 tag alone once that holds anything. An empty one takes over what the
-    /// file's older tags (ID3v1 and APE, INFO) show, so that writing into it does not hide them.
-    void fillId3v2Tag();
+    /// How the tags of this file are changed; null where TagLib changes and saves them itself.
+    TagSplice* splice();
+    /// Notes which fields are to change: the save is refused if another one would, or if one of them would not read as it
+    /// was given.
+    void expect(const PropertyMap& changes);
+    /// The same for the first picture; empty bytes for none. @param type as for TaglibWrapper::getImageData.
+    void expectPicture(const QByteArray& bytes, const QString& type);
 
     /// The file as a concrete container, or null when TagLib chose another one.
     template <class Container>
@@ -37,11 +46,18 @@ public:
         return dynamic_cast<Container*>(ref_.file());
     }
 
+    Q_DISABLE_COPY_MOVE(OpenedFile)
+
 private:
     OpenedFile(const QString& path, SafeFileStream::Mode mode);
     SafeFileStream::Outcome save();
     bool saveTags();
+    bool readsAsExpected();
 
     SafeFileStream stream_;
     TagLib::FileRef ref_;
+    std::unique_ptr<TagSplice> splice_;
+    PropertyMap before_;
+    PropertyMap changes_;
+    std::function<bool(TagLib::File& saved)> hasPicture_;
 };

@@ -1,13 +1,13 @@
 #include "tagengine/EngineReads.h"
 #include "tagengine/FailureReason.h"
+#include "tagengine/Id3v2Reads.h"
 #include "tagengine/OpenedFile.h"
+#include "tagengine/TagSplice.h"
 #include "tagengine/TagText.h"
 #include "tagengine/TaglibWrapper.h"
 #include "tagengine/UndoRecord.h"
 
-#include <taglib/apetag.h>
 #include <taglib/infotag.h>
-#include <taglib/mpegfile.h>
 #include <taglib/tag.h>
 #include <taglib/tpropertymap.h>
 #include <taglib/wavfile.h>
@@ -50,13 +50,13 @@ const auto* fieldForKey(const Fields& fields, const QString& key)
     return found == fields.end() ? nullptr : &*found;
 }
 
-TagLib::RIFF::Info::Tag* infoTag(const OpenedFile& file)
+TagLib::RIFF::Info::Tag* infoTag(TagLib::File& file)
 {
-    auto* wav = file.as<TagLib::RIFF::WAV::File>();
+    auto* wav = dynamic_cast<TagLib::RIFF::WAV::File*>(&file);
     return wav ? wav->InfoTag() : nullptr;
 }
 
-QString readText(const OpenedFile& file, const TextField& field)
+QString readText(TagLib::File& file, const TextField& field)
 {
     QString text = TagText::fromTagLib((file.tag()->*field.get)()).value_or(QString());
     if (const auto* info = infoTag(file); info && text.isEmpty())
@@ -77,49 +77,39 @@ void readProperties(const TagLib::PropertyMap& properties, PropertyMap& map)
     }
 }
 
-template <class Field, class Value>
-void writeGeneric(const OpenedFile& file, const Field& field, const Value& value)
+/// TagLib's way, for containers that it saves itself.
+void writeWithTaglib(const OpenedFile& file, const QString& key, const QString& value)
 {
-    (file.tag()->*field.set)(value);
-    if (auto* info = infoTag(file))
-        (info->*field.set)(value);
+    if (const auto* text = fieldForKey(textFields, key)) {
+        (file.tag()->*text->set)(TagText::toTagLib(value));
+    } else if (const auto* number = fieldForKey(numberFields, key)) {
+        (file.tag()->*number->set)(TagText::leadingNumber(value));
+    } else {
+        TagLib::PropertyMap properties = file.file()->properties();
+        const TagLib::String name(key.toLatin1().toStdString(), TagLib::String::Latin1);
+        if (value.isEmpty())
+            properties.erase(name);
+        else
+            properties.replace(name, TagLib::StringList(TagText::toTagLib(value)));
+        file.file()->setProperties(properties);
+    }
 }
 
-/// TagLib writes the property interface's keys into ID3v2 (and ID3v1) alone; an older value in the APE tag would come
-/// to light again.
-void writeToApeTag(const OpenedFile& file, const TagLib::String& name, const QString& value)
+/// The text that a field is to read as; YEAR and TRACK take the number that a text begins with.
+QString storedText(const QString& key, const QString& value)
 {
-    auto* mpeg = file.as<TagLib::MPEG::File>();
-    if (!mpeg || !mpeg->hasAPETag())
-        return;
-    TagLib::PropertyMap properties = mpeg->APETag()->properties();
-    if (value.isEmpty())
-        properties.erase(name);
-    else
-        properties.replace(name, TagLib::StringList(TagText::toTagLib(value)));
-    mpeg->APETag()->setProperties(properties);
+    if (!fieldForKey(numberFields, key))
+        return value;
+    const unsigned int number = TagText::leadingNumber(value);
+    return number == 0 ? QString() : QString::number(number);
 }
 
-void writeProperty(const OpenedFile& file, const QString& key, const QString& value)
+bool writeEntry(OpenedFile& file, const QString& key, const QString& value)
 {
-    TagLib::PropertyMap properties = file.file()->properties();
-    const TagLib::String name(key.toLatin1().toStdString(), TagLib::String::Latin1);
-    if (value.isEmpty())
-        properties.erase(name);
-    else
-        properties.replace(name, TagLib::StringList(TagText::toTagLib(value)));
-    file.file()->setProperties(properties);
-    writeToApeTag(file, name, value);
-}
-
-void writeEntry(const OpenedFile& file, const QString& key, const QString& value)
-{
-    if (const auto* text = fieldForKey(textFields, key))
-        writeGeneric(file, *text, TagText::toTagLib(value));
-    else if (const auto* number = fieldForKey(numberFields, key))
-        writeGeneric(file, *number, TagText::leadingNumber(value));
-    else
-        writeProperty(file, key, value);
+    if (auto* tags = file.splice())
+        return tags->setProperty(key, storedText(key, value));
+    writeWithTaglib(file, key, value);
+    return true;
 }
 
 std::optional<PropertyMap> readTrackOf(const OpenedFile& file, const QString& type,
@@ -127,9 +117,9 @@ std::optional<PropertyMap> readTrackOf(const OpenedFile& file, const QString& ty
 {
     if (file.isNull())
         return std::nullopt;
-    if (const auto picture = EngineReads::picture(file, type))
+    if (const auto picture = EngineReads::picture(*file.file(), type))
         visitImage(QByteArray::fromRawData(picture->data(), picture->size()));
-    return EngineReads::metadata(file);
+    return EngineReads::metadata(*file.file());
 }
 
 void printOpenError(const QString& path)
@@ -139,7 +129,7 @@ void printOpenError(const QString& path)
 
 } // namespace
 
-std::optional<PropertyMap> EngineReads::metadata(const OpenedFile& file)
+std::optional<PropertyMap> EngineReads::metadata(TagLib::File& file)
 {
     if (!file.tag()) {
         FailureReason::note(FailureReason::noTag);
@@ -150,14 +140,21 @@ std::optional<PropertyMap> EngineReads::metadata(const OpenedFile& file)
         map[QLatin1String(field.key)] = readText(file, field);
     for (const auto& field : numberFields)
         map[QLatin1String(field.key)] = QString::number((file.tag()->*field.get)());
-    readProperties(file.file()->properties(), map);
+    // What only the INFO list of a WAV file has, TagLib does not report beside ID3v2.
+    if (const auto* info = infoTag(file))
+        readProperties(info->properties(), map);
+    readProperties(file.properties(), map);
+    if (const auto comment = Id3v2Reads::comment(file))
+        map[QStringLiteral("COMMENT")] = TagText::fromTagLib(*comment).value_or(QString());
+    if (const auto year = Id3v2Reads::oldYear(file))
+        map[QStringLiteral("YEAR")] = QString::number(*year);
     return map;
 }
 
 std::optional<PropertyMap> TaglibWrapper::getMetadata(const QString& path)
 {
     const OpenedFile file(path);
-    return file.isNull() ? std::nullopt : EngineReads::metadata(file);
+    return file.isNull() ? std::nullopt : EngineReads::metadata(*file.file());
 }
 
 std::optional<TaglibWrapper::Contents>
@@ -191,10 +188,11 @@ bool TaglibWrapper::setMetadata(const QString& path, const PropertyMap& changes)
             FailureReason::note(FailureReason::invalidText);
             return false;
         }
-        if (!changes.isEmpty())
-            file.fillId3v2Tag();
-        for (auto entry = changes.begin(); entry != changes.end(); ++entry)
-            writeEntry(file, entry.key(), entry.value());
+        file.expect(changes);
+        for (auto entry = changes.begin(); entry != changes.end(); ++entry) {
+            if (!writeEntry(file, entry.key(), entry.value()))
+                return false;
+        }
         return true;
     });
 }
@@ -206,7 +204,10 @@ bool TaglibWrapper::removeUnsupportedTags(const QString& path)
             printOpenError(path);
             return false;
         }
-        file.file()->removeUnsupportedProperties(file.file()->properties().unsupportedData());
+        if (auto* tags = file.splice())
+            tags->removeUnsupported();
+        else
+            file.file()->removeUnsupportedProperties(file.file()->properties().unsupportedData());
         return true;
     });
 }
@@ -218,9 +219,10 @@ bool TaglibWrapper::removeAllTags(const QString& path)
             printOpenError(path);
             return false;
         }
-        file.file()->setProperties(TagLib::PropertyMap());
-        if (auto* mpeg = file.as<TagLib::MPEG::File>(); mpeg && mpeg->hasAPETag())
-            mpeg->APETag()->setProperties(TagLib::PropertyMap());
+        if (auto* tags = file.splice())
+            tags->removeProperties();
+        else
+            file.file()->setProperties(TagLib::PropertyMap());
         return true;
     });
 }
@@ -244,7 +246,7 @@ std::optional<QString> TaglibWrapper::getComment(const QString& path)
         TagText::printLine(QStringLiteral("Tag is nil"));
         return std::nullopt;
     }
-    return TagText::fromTagLib(file.tag()->comment());
+    return TagText::fromTagLib(Id3v2Reads::comment(*file.file()).value_or(file.tag()->comment()));
 }
 
 bool TaglibWrapper::writeComment(const QString& path, const QString& comment)
@@ -261,9 +263,7 @@ bool TaglibWrapper::writeComment(const QString& path, const QString& comment)
         }
         if (!TagText::isValid(comment))
             return false;
-        file.fillId3v2Tag();
-        file.tag()->setComment(TagText::toTagLib(comment));
-        return true;
+        return writeEntry(file, QStringLiteral("COMMENT"), comment);
     });
 }
 

@@ -1,0 +1,124 @@
+#include "tagengine/MpegSplice.h"
+
+#include "tagengine/FailureReason.h"
+#include "tagengine/TagText.h"
+
+#include <taglib/apetag.h>
+#include <taglib/id3v2tag.h>
+#include <taglib/tpropertymap.h>
+
+#include <algorithm>
+
+namespace {
+
+constexpr unsigned int id3v2HeaderSize = 10;
+constexpr unsigned int id3v1Size = 128;
+constexpr unsigned int apeFooterSize = 32;
+
+} // namespace
+
+MpegSplice::MpegSplice(TagLib::MPEG::File& file, TagLib::IOStream& stream) : Id3v2Splice(stream), file_(file)
+{
+    TagLib::offset_t end = stream.length();
+    if (file.hasID3v1Tag()) {
+        end -= id3v1Size;
+        id3v1Range_ = read(end, id3v1Size);
+        id3v1_.emplace(id3v1Range_.bytes);
+    }
+    if (file.hasAPETag()) {
+        const std::uint32_t length = ApeBytes::lengthOf(read(end - apeFooterSize, apeFooterSize).bytes);
+        apeRange_ = read(end - length, length);
+        ape_ = ApeBytes::parse(apeRange_.bytes);
+    }
+    if (file.hasID3v2Tag())
+        findId3v2();
+}
+
+/// A tag may stand behind some rubbish.
+void MpegSplice::findId3v2()
+{
+    constexpr std::size_t mostRubbish = 1 << 20;
+    const TagLib::ByteVector start = read(0, id3v2HeaderSize).bytes;
+    TagLib::offset_t begin = 0;
+    if (!start.startsWith("ID3")) {
+        const auto limit = std::clamp<TagLib::offset_t>(file_.firstFrameOffset(), 0, mostRubbish);
+        begin = read(0, static_cast<std::size_t>(limit)).bytes.find("ID3");
+    }
+    const std::uint32_t length = begin < 0 ? 0 : Id3v2Bytes::lengthOf(read(begin, id3v2HeaderSize).bytes);
+    id3v2Range_ = read(begin, length);
+    takeId3v2(length == 0 ? start : id3v2Range_.bytes);
+}
+
+MpegSplice::Range MpegSplice::read(TagLib::offset_t begin, std::size_t length)
+{
+    stream().seek(begin, TagLib::IOStream::Beginning);
+    return {begin, length == 0 ? TagLib::ByteVector() : stream().readBlock(length)};
+}
+
+bool MpegSplice::setProperty(const QString& key, const QString& value)
+{
+    if (file_.hasAPETag() && !ape_) {
+        FailureReason::note(FailureReason::damaged);
+        return false;
+    }
+    const bool olderTagsHold = ape_ || (id3v1_ && id3v1_->holds(key, value));
+    if ((file_.hasID3v2Tag() || id3v2Changed() || !olderTagsHold) && !setId3v2Property(key, value))
+        return false;
+    if (ape_)
+        ape_->setProperty(key, value.isEmpty() ? TagLib::StringList() : TagLib::StringList(TagText::toTagLib(value)));
+    if (id3v1_)
+        id3v1_->set(key, value);
+    return true;
+}
+
+void MpegSplice::takeOver(Id3v2Edit& edit)
+{
+    for (const auto& [key, values] : file_.properties())
+        edit.setProperty(TagText::fromTagLib(key).value_or(QString()), values);
+}
+
+void MpegSplice::removeUnsupported()
+{
+    if (file_.hasID3v2Tag() && !file_.ID3v2Tag()->isEmpty())
+        Id3v2Splice::removeUnsupported();
+    else if (ape_)
+        ape_->removeItems(false);
+}
+
+void MpegSplice::removeProperties()
+{
+    Id3v2Splice::removeProperties();
+    id3v1_.reset();
+    if (ape_)
+        ape_->removeItems(true);
+}
+
+bool MpegSplice::store()
+{
+    const auto id3v2 = id3v2Changed() ? renderId3v2() : std::optional(id3v2Range_.bytes);
+    if (!id3v2)
+        return false;
+    // From the end, so that what comes before stays where it was.
+    replace(id3v1Range_, id3v1_ ? id3v1_->bytes() : TagLib::ByteVector());
+    if (ape_)
+        replace(apeRange_, ape_->isEmpty() ? TagLib::ByteVector() : ape_->render());
+    replace(id3v2Range_, *id3v2);
+    return true;
+}
+
+/// Writes as little as may be: what both have in common at either end stays the file's own.
+void MpegSplice::replace(const Range& old, const TagLib::ByteVector& bytes)
+{
+    const auto shorter = std::min(old.bytes.size(), bytes.size());
+    unsigned int head = 0;
+    while (head < shorter && old.bytes[static_cast<int>(head)] == bytes[static_cast<int>(head)])
+        ++head;
+    unsigned int tail = 0;
+    while (tail < shorter - head
+           && old.bytes[static_cast<int>(old.bytes.size() - tail - 1)]
+                  == bytes[static_cast<int>(bytes.size() - tail - 1)])
+        ++tail;
+    if (old.bytes.size() == bytes.size() && head == bytes.size())
+        return;
+    stream().insert(bytes.mid(head, bytes.size() - head - tail), old.begin + head, old.bytes.size() - head - tail);
+}
