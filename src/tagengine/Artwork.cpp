@@ -50,17 +50,6 @@ std::optional<TagLib::ByteVector> readPicture(TagLib::MP4::File& file)
     return covers.front().data();
 }
 
-void writePicture(TagLib::MP4::File& file, const QByteArray& bytes)
-{
-    auto* tag = file.tag();
-    tag->removeItem(coverItem);
-    if (bytes.isEmpty())
-        return;
-    TagLib::MP4::CoverArtList covers;
-    covers.append(TagLib::MP4::CoverArt(TagLib::MP4::CoverArt::JPEG, TagText::fromBytes(bytes)));
-    tag->setItem(coverItem, covers);
-}
-
 bool refuse()
 {
     FailureReason::note(
@@ -94,16 +83,12 @@ bool TaglibWrapper::setImageData(const QByteArray& bytes, const QString& path, c
     if (type != mpegType && type != mp4Type)
         return refuse();
     return OpenedFile::rewrite(path, [&](OpenedFile& opened) {
-        auto* mp4 = opened.as<TagLib::MP4::File>();
-        if (type == mpegType && opened.as<TagLib::MPEG::File>()) {
-            opened.expect({});
-            opened.expectPicture(bytes, type);
-            return opened.splice()->setPicture(bytes);
-        }
-        if (type == mp4Type && mp4 && mp4->tag())
-            writePicture(*mp4, bytes);
-        else
+        const bool isThatType =
+            type == mpegType ? opened.as<TagLib::MPEG::File>() != nullptr : opened.as<TagLib::MP4::File>() != nullptr;
+        if (!isThatType)
             return refuse();
-        return true;
+        opened.expect({});
+        opened.expectPicture(bytes, type);
+        return opened.splice()->setPicture(bytes);
     });
 }

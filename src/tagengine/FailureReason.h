@@ -15,6 +15,8 @@ inline constexpr auto invalidText = QT_TRANSLATE_NOOP("FailureReason", "The text
 inline constexpr auto inUse = QT_TRANSLATE_NOOP("FailureReason", "Another program is changing the file");
 inline constexpr auto damaged = QT_TRANSLATE_NOOP("FailureReason", "The structure of the file is damaged");
 inline constexpr auto notHeld = QT_TRANSLATE_NOOP("FailureReason", "The tags of this file can't hold that");
+inline constexpr auto unknownTag =
+    QT_TRANSLATE_NOOP("FailureReason", "The tag is built in a way that Sonvika can't change without damage");
 
 /// An operation begins.
 void clear();

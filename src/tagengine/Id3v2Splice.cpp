@@ -15,8 +15,7 @@ void Id3v2Splice::takeId3v2(const TagLib::ByteVector& tag)
 bool Id3v2Splice::change(bool adds, const std::function<bool(Id3v2Edit&)>& change)
 {
     if (isUnknown_) {
-        FailureReason::note(
-            QT_TRANSLATE_NOOP("FailureReason", "The tag is built in a way that Sonvika can't change without damage"));
+        FailureReason::note(FailureReason::unknownTag);
         return false;
     }
     if (!tag_ && !adds)

@@ -1,6 +1,7 @@
 #include "tagengine/MpegSplice.h"
 
 #include "tagengine/FailureReason.h"
+#include "tagengine/StreamPatch.h"
 #include "tagengine/TagText.h"
 
 #include <taglib/apetag.h>
@@ -106,19 +107,7 @@ bool MpegSplice::store()
     return true;
 }
 
-/// Writes as little as may be: what both have in common at either end stays the file's own.
 void MpegSplice::replace(const Range& old, const TagLib::ByteVector& bytes)
 {
-    const auto shorter = std::min(old.bytes.size(), bytes.size());
-    unsigned int head = 0;
-    while (head < shorter && old.bytes[static_cast<int>(head)] == bytes[static_cast<int>(head)])
-        ++head;
-    unsigned int tail = 0;
-    while (tail < shorter - head
-           && old.bytes[static_cast<int>(old.bytes.size() - tail - 1)]
-                  == bytes[static_cast<int>(bytes.size() - tail - 1)])
-        ++tail;
-    if (old.bytes.size() == bytes.size() && head == bytes.size())
-        return;
-    stream().insert(bytes.mid(head, bytes.size() - head - tail), old.begin + head, old.bytes.size() - head - tail);
+    StreamPatch::replace(stream(), old.begin, old.bytes, bytes);
 }

@@ -39,11 +39,6 @@ bool hasOtherForms(const QString& key)
     return key == QLatin1String("GENRE") || key == QLatin1String("DATE");
 }
 
-QString expected(const QString& key, const QString& value)
-{
-    return isNumber(key) ? QString::number(TagText::leadingNumber(value)) : value;
-}
-
 } // namespace
 
 OpenedFile::OpenedFile(const QString& path, SafeFileStream::Mode mode)
@@ -107,9 +102,10 @@ bool OpenedFile::readsAsExpected()
             return false;
     }
     for (auto change = changes_.begin(); change != changes_.end(); ++change) {
+        const QString expected = isNumber(change.key()) ? QString::number(TagText::leadingNumber(change.value()))
+                                                        : splice_->readBack(change.key(), change.value());
         const bool isOverruled = isNumber(change.key()) && changes_.contains(companion(change.key()));
-        if (!isOverruled && !hasOtherForms(change.key())
-            && after->value(change.key()) != expected(change.key(), change.value()))
+        if (!isOverruled && !hasOtherForms(change.key()) && after->value(change.key()) != expected)
             return false;
     }
     return true;

@@ -1,5 +1,6 @@
 #include "tagengine/TagSplice.h"
 
+#include "tagengine/Mp4Splice.h"
 #include "tagengine/MpegSplice.h"
 #include "tagengine/RiffSplice.h"
 
@@ -14,5 +15,7 @@ std::unique_ptr<TagSplice> TagSplice::of(TagLib::File& file, TagLib::IOStream& s
         return std::make_unique<RiffSplice>(stream, RiffSplice::Kind::Wav);
     if (dynamic_cast<TagLib::RIFF::AIFF::File*>(&file))
         return std::make_unique<RiffSplice>(stream, RiffSplice::Kind::Aiff);
+    if (auto* mp4 = dynamic_cast<TagLib::MP4::File*>(&file))
+        return std::make_unique<Mp4Splice>(*mp4, stream);
     return nullptr;
 }

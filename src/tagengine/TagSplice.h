@@ -23,11 +23,17 @@ public:
 
     /// @param key one of the generic keys or of the property interface; an empty value removes the field.
     virtual bool setProperty(const QString& key, const QString& value) = 0;
+    /// How a field reads that was given this value, where the container has a form of its own for it.
+    virtual QString readBack(const QString& key, const QString& value) const
+    {
+        Q_UNUSED(key)
+        return value;
+    }
     /// Removes every item that has no property key.
     virtual void removeUnsupported() = 0;
     /// Removes every item that has one, and the tags that are empty then.
     virtual void removeProperties() = 0;
-    /// Replaces the first picture; empty bytes remove all.
+    /// Replaces the first picture, in an MP4 file all of them; empty bytes remove all.
     virtual bool setPicture(const QByteArray& bytes) = 0;
     /// Replaces all chapters (see TaglibWrapper::setChapters).
     virtual bool setChapters(const QStringList& chapters) = 0;

@@ -9,7 +9,7 @@
 class TagWalker {
 public:
     struct Part {
-        QByteArray name; ///< "ID3v2/TIT2", "APE/Title", "ID3v1/title", "INFO/INAM", "chunk/data", …
+        QByteArray name; ///< "ID3v2/TIT2", "APE/Title", "ID3v1/title", "INFO/INAM", "MP4/covr", "chunk/data", …
         QByteArray bytes;
 
         friend bool operator==(const Part&, const Part&) = default;
@@ -21,6 +21,8 @@ public:
         TagWalker walker;
         if (file.startsWith("RIFF") || file.startsWith("FORM"))
             walker.chunks(file.mid(12), file.startsWith("FORM"), "chunk/");
+        else if (file.mid(4, 4) == "ftyp")
+            walker.atoms(file, 0, file.size(), {});
         else
             walker.mpeg(file);
         return walker.parts_;
@@ -128,6 +130,57 @@ private:
                 add(place + id, data);
             at += 8 + size + (size & 1);
         }
+    }
+
+    /// Parts are what the containers hold in the end. A table of places tells what lies there, an item its name; room
+    /// around the items is nothing.
+    void atoms(const QByteArray& file, qsizetype begin, qsizetype end, const QByteArray& path)
+    {
+        while (begin + 8 <= end) {
+            const QByteArray name = file.mid(begin + 4, 4);
+            const quint32 stored = number(file.mid(begin, 4), 8);
+            const auto header = stored == 1 ? 16 : 8;
+            const auto length = stored == 1   ? qFromBigEndian<qint64>(file.constData() + begin + 8)
+                                : stored == 0 ? end - begin
+                                              : stored;
+            const qsizetype from = begin + header;
+            const QByteArray content = file.mid(from, begin + length - from);
+            if (path == "moov/udta/meta/ilst/")
+                add("MP4/" + itemName(name, content), file.mid(begin, length));
+            else if (QByteArray("moov trak mdia minf stbl udta ilst moof traf mfra").contains(name))
+                atoms(file, from, begin + length, path + name + '/');
+            else if (name == "meta")
+                atoms(file, from + (content.mid(4, 4) == "hdlr" ? 0 : 4), begin + length, path + name + '/');
+            else if (path != "moov/udta/meta/" || name != "free")
+                add(path + name, resolved(file, name, content));
+            begin += length;
+        }
+        if (begin < end)
+            add(path + "rest", file.mid(begin, end - begin));
+    }
+
+    static QByteArray itemName(const QByteArray& name, const QByteArray& content)
+    {
+        if (name != "----" || content.mid(4, 4) != "mean")
+            return name;
+        const auto mean = number(content.left(4), 8);
+        return name + ':' + content.mid(12, mean - 12) + ':'
+               + content.mid(mean + 12, number(content.mid(mean, 4), 8) - 12);
+    }
+
+    /// A table without its places in the file, but with what is found there.
+    static QByteArray resolved(const QByteArray& file, const QByteArray& name, QByteArray content)
+    {
+        const int size = name == "stco" || name == "tfra" ? 4 : 8;
+        const int at = name == "tfra" ? 20 : 8;
+        if (!QByteArray("stco co64 tfhd tfra").contains(name))
+            return content;
+        const int entries = name.endsWith("o") || name == "co64" ? static_cast<int>(number(content.mid(4, 4), 8)) : 1;
+        for (int entry = 0; entry < entries; ++entry) {
+            const auto place = number(content.mid(at + entry * size + size - 4, 4), 8);
+            content.replace(at + entry * size, size, QByteArray(size, '\0')).append(file.mid(place, 16));
+        }
+        return content;
     }
 
     Parts parts_;
