@@ -37,7 +37,8 @@ public:
     bool go(std::int64_t begin, std::int64_t end, const ByteVector& parent = {}, int depth = 0)
     {
         while (begin + Mp4Atoms::headerSize <= end) {
-            const Mp4Atom atom = Mp4Atoms::read(stream_, begin, end);
+            Mp4Atom atom = Mp4Atoms::read(stream_, begin, end);
+            atom.length = std::min(atom.length, end - begin);
             if (atom.length < Mp4Atoms::headerSize || depth > deepest)
                 return true;
             if (++seen_ > mostAtoms)
@@ -118,21 +119,24 @@ private:
 
 bool fits(const Mp4Atom& atom, const Table& table)
 {
-    return table.begin + table.length() <= atom.end();
+    constexpr std::int64_t largest = 1 << 30;
+    return table.length() <= largest && table.begin + table.length() <= atom.end();
 }
 
 /// @return none when a place would be too large for the table.
 std::optional<ByteVector> moved(const ByteVector& entries, const Table& table, std::int64_t from, std::int64_t delta)
 {
+    const std::int64_t largest =
+        table.isLarge ? std::numeric_limits<std::int64_t>::max() : std::numeric_limits<std::uint32_t>::max();
     ByteVector result = entries;
     for (std::int64_t entry = 0; entry < table.count; ++entry) {
         const auto at = static_cast<unsigned int>(entry * table.entrySize + table.placeAt);
         std::int64_t place = table.isLarge ? entries.toLongLong(at) : entries.toUInt(at);
         if (place < from)
             continue;
-        place += delta;
-        if (!table.isLarge && place > std::numeric_limits<std::uint32_t>::max())
+        if (place > largest - delta)
             return std::nullopt;
+        place += delta;
         const ByteVector bytes =
             table.isLarge ? ByteVector::fromLongLong(place) : ByteVector::fromUInt(static_cast<std::uint32_t>(place));
         std::copy(bytes.begin(), bytes.end(), result.begin() + at);

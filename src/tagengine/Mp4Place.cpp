@@ -16,6 +16,7 @@ constexpr unsigned int mostPadding = 1024 * 1024;
 constexpr unsigned int partOfItems = 16;
 
 constexpr std::int64_t largestFree = 1 << 28;
+constexpr std::int64_t largestItems = 1 << 30;
 
 bool isFree(const Mp4Atom& atom)
 {
@@ -34,7 +35,7 @@ ByteVector padded(const ByteVector& ilst)
     return ilst + padding(std::clamp(ilst.size() / partOfItems, leastPadding, mostPadding));
 }
 
-/// What is left in some room is filled.
+/// Whether the items fit into some room: what they leave must be nothing, or a free atom.
 bool isEnough(std::int64_t room, const ByteVector& ilst)
 {
     const std::int64_t left = room - ilst.size();
@@ -71,8 +72,9 @@ Mp4Place::Mp4Place(TagLib::IOStream& stream) : stream_(stream)
         parent = *found;
         parents_.push_back(parent);
     }
-    ilst_ = parent;
     parents_.pop_back();
+    if (parent.length <= largestItems)
+        ilst_ = parent;
 }
 
 Mp4Place::Atoms Mp4Place::children(const Mp4Atom& parent)
@@ -87,6 +89,8 @@ ByteVector Mp4Place::items()
 
 bool Mp4Place::store(const ByteVector& items)
 {
+    if (parents_.empty())
+        return false;
     return ilst_ ? storeExisting(items) : storeNew(items);
 }
 
