@@ -40,8 +40,11 @@ bool isLabelled(const QString& key)
                        [&](const Label& label) { return key == QLatin1String(label.key); });
 }
 
-void appendTags(const PropertyMap& tags, std::vector<Row>& rows)
+void appendTags(const FileReport& report, std::vector<Row>& rows)
 {
+    PropertyMap tags = report.tags;
+    for (auto tag = report.severalValues.begin(); tag != report.severalValues.end(); ++tag)
+        tags[tag.key()] = tag.value().join(QLatin1Char('\n'));
     for (const auto& [key, text] : labels) {
         const QString value = tags.value(QLatin1String(key));
         const bool isAbsentYear = value == QLatin1String("0") && QLatin1String(key) == QLatin1String("YEAR");
@@ -85,7 +88,7 @@ QString textOf(const Chapter& chapter)
 std::vector<Row> rowsOf(const FileReport& report)
 {
     std::vector<Row> rows{{QStringLiteral("Type"), report.type}};
-    appendTags(report.tags, rows);
+    appendTags(report, rows);
     if (report.art)
         rows.emplace_back(QStringLiteral("Cover art"), textOf(*report.art));
     for (const auto& chapter : report.chapters.value_or(QList<Chapter>()))
@@ -133,6 +136,7 @@ std::optional<FileReport> FileReport::read(const QString& path)
     if (!contents)
         return std::nullopt;
     report.tags = contents->tags;
+    report.severalValues = contents->severalValues;
     if (contents->chapters)
         report.chapters = Chapter::fromTexts(*contents->chapters);
     return report;
@@ -152,6 +156,8 @@ QByteArray FileReport::toJson() const
     QJsonObject tagTexts;
     for (auto tag = tags.begin(); tag != tags.end(); ++tag)
         tagTexts.insert(tag.key(), tag.value());
+    for (auto tag = severalValues.begin(); tag != severalValues.end(); ++tag)
+        tagTexts.insert(tag.key(), QJsonArray::fromStringList(tag.value()));
     const QByteArray pathBytes = PathBytes::encode(path);
     QJsonObject object{{QStringLiteral("path"), QString::fromUtf8(pathBytes)},
                        {QStringLiteral("type"), type},

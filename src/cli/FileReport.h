@@ -33,6 +33,8 @@ struct FileReport {
     QString path;
     QString type;
     PropertyMap tags;
+    /// All values of the tags that have several.
+    QMap<QString, QStringList> severalValues;
     std::optional<Art> art;
     /// None where there can be none.
     std::optional<QList<Chapter>> chapters;

@@ -58,7 +58,7 @@ Example:
 constexpr auto set = R"(Usage: sonvika-cli set --tag KEY=VALUE [--tag …] FILE …
 
 Sets tags in every file; tags that are not given stay as they are. An empty
-VALUE clears the tag.
+VALUE clears the tag. A tag with several values has VALUE alone afterwards.
 
 Options:
   --tag KEY=VALUE    The tag KEY gets the text VALUE. Can be given several

@@ -44,8 +44,8 @@ Deed BatchCommands::removeUnsupportedTags()
     const auto records = list_.selectedObjects();
     Deed deed{Deed::Kind::UnsupportedTagsRemoved, std::ssize(records)};
     WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) {
-        if (const auto art = TaglibWrapper::getImageData(record->path, record->fileType))
-            deed.done += removeUnsupportedTags(*record, *art);
+        if (TaglibWrapper::getImageData(record->path, record->fileType))
+            deed.done += removeUnsupportedTags(*record);
         else
             --deed.wanted;
     });
@@ -53,17 +53,13 @@ Deed BatchCommands::removeUnsupportedTags()
     return deed;
 }
 
-bool BatchCommands::removeUnsupportedTags(AudioFile& record, const QByteArray& art)
+bool BatchCommands::removeUnsupportedTags(AudioFile& record)
 {
-    if (!TaglibWrapper::removeUnsupportedTags(record.path)) {
+    const bool isStripped = TaglibWrapper::removeUnsupportedTagsKeepingImage(record.path);
+    if (!isStripped)
         noteFailure(record, Messages::unableToRemoveUnsupportedTags());
-        return false;
-    }
-    const bool isRestored = TaglibWrapper::setImageData(art, record.path, record.fileType);
-    if (!isRestored)
-        postFailure(record, Messages::unableToRestoreAlbumArt());
     record.imageDataLength = measureImageIn(record.path, record.fileType);
-    return isRestored;
+    return isStripped;
 }
 
 Deed BatchCommands::removeAllTags()
@@ -78,8 +74,7 @@ Deed BatchCommands::removeAllTags()
 
 bool BatchCommands::removeAllTags(AudioFile& record)
 {
-    TaglibWrapper::setImageData({}, record.path, record.fileType);
-    const bool isStripped = TaglibWrapper::removeAllTags(record.path);
+    const bool isStripped = TaglibWrapper::removeAllTagsAndImages(record.path);
     if (!isStripped)
         postFailure(record, Messages::unableToRemoveAllTags());
     // In its place: whoever holds the record goes on with what the file is now.

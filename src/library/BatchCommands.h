@@ -24,8 +24,8 @@ public:
     /// Removes every item that has no property key from each selected file with cover art, which stays; files without
     /// art are left alone, and not counted. The records change only in the measure of their art.
     Deed removeUnsupportedTags();
-    /// Removes the cover art and every item that the property interface knows, and empties the records. A record whose
-    /// file can't be stripped stays, except for the measure of the art, which the file may have lost.
+    /// Removes the cover art and every item that the property interface knows, and empties the records. A file that
+    /// can't be stripped stays as it is.
     Deed removeAllTags();
 
 signals:
@@ -33,7 +33,7 @@ signals:
     void artChanged();
 
 private:
-    bool removeUnsupportedTags(AudioFile& record, const QByteArray& art);
+    bool removeUnsupportedTags(AudioFile& record);
     bool removeAllTags(AudioFile& record);
     void noteFailure(const AudioFile& record, const QString& message);
     void postFailure(const AudioFile& record, const QString& message);

@@ -53,11 +53,6 @@ QString unableToSaveAlbumArt()
     return translated(QT_TRANSLATE_NOOP("Messages", "Unable to save album art"));
 }
 
-QString unableToRestoreAlbumArt()
-{
-    return translated(QT_TRANSLATE_NOOP("Messages", "Unable to restore album art"));
-}
-
 QString failedToSaveImage(const QString& url)
 {
     return translated(QT_TRANSLATE_NOOP("Messages", "Failed to save to image. url: %@"), url);

@@ -14,7 +14,6 @@ QString fileNotWritable();
 QString unableToUpdateTags(const QString& path);
 QString unableToLoadImage(const QString& error);
 QString unableToSaveAlbumArt();
-QString unableToRestoreAlbumArt();
 QString failedToSaveImage(const QString& url);
 QString unableToRemoveAllTags();
 QString couldNotReceiveAudioFile(const QString& error);

@@ -18,6 +18,9 @@ namespace EngineReads {
 /// @return none when the file has no tag.
 std::optional<PropertyMap> metadata(TagLib::File& file);
 
+/// All values of the keys of the property interface that have more than one.
+QMap<QString, QStringList> severalValues(TagLib::File& file);
+
 /// @return none without a picture, and when the container is not of that type.
 std::optional<TagLib::ByteVector> picture(TagLib::File& file, const QString& type);
 

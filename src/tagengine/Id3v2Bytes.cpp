@@ -15,6 +15,8 @@ namespace SynchData = TagLib::ID3v2::SynchData;
 constexpr unsigned int tagHeaderSize = 10;
 constexpr unsigned int flagsAt = 5;
 constexpr unsigned int sizeAt = 6;
+constexpr unsigned int formatAt = 9;     // the second byte of a frame's flags
+constexpr char isUnsynchronisedFlag = 2; // ID3v2.4
 constexpr std::uint32_t largestTag = (1U << 28) - 1;
 constexpr std::uint32_t largestSmallFrame = (1U << 24) - 1; // ID3v2.2
 
@@ -188,7 +190,6 @@ std::unique_ptr<TagLib::ID3v2::Frame> Id3v2Bytes::read(const Frame& frame) const
         bytes = frame.id + size + bytes.mid(8);
     const int compressed = version() == 4 ? 0x08 : 0x80;
     const int encrypted = version() == 4 ? 0x04 : 0x40;
-    constexpr unsigned int formatAt = 9;
     // TagLib leaves encrypted frames as they are.
     if (version() > 2 && (byteAt(bytes, formatAt) & compressed) != 0)
         bytes[formatAt] = static_cast<char>(byteAt(bytes, formatAt) | encrypted);
@@ -196,10 +197,26 @@ std::unique_ptr<TagLib::ID3v2::Frame> Id3v2Bytes::read(const Frame& frame) const
         TagLib::ID3v2::FrameFactory::instance()->createFrame(bytes, header_.get()));
 }
 
+ByteVector Id3v2Bytes::bodyOf(const Frame& frame) const
+{
+    const ByteVector body = frame.bytes.mid(frameHeaderSize(version()));
+    const bool isEncoded =
+        version() == 4
+        && (header_->unsynchronisation() || (byteAt(frame.bytes, formatAt) & isUnsynchronisedFlag) != 0);
+    return isEncoded ? SynchData::decode(body) : body;
+}
+
+std::vector<Id3v2Bytes::Frame> Id3v2Bytes::embeddedFrames(const ByteVector& bytes) const
+{
+    Id3v2Bytes inner;
+    inner.header_ = header_;
+    inner.takeFrames(bytes, 0);
+    return inner.frames_;
+}
+
 std::optional<Id3v2Bytes::Frame> Id3v2Bytes::makeFrame(const ByteVector& id, const ByteVector& body,
                                                        char status) const
 {
-    constexpr char isUnsynchronisedFlag = 2;
     if (body.size() > (version() == 2 ? largestSmallFrame : largestTag))
         return std::nullopt;
     const bool encodes = version() == 4 && header_->unsynchronisation();
@@ -207,7 +224,7 @@ std::optional<Id3v2Bytes::Frame> Id3v2Bytes::makeFrame(const ByteVector& id, con
     if (version() > 2)
         frame.bytes[8] = status;
     if (encodes)
-        frame.bytes[9] = isUnsynchronisedFlag;
+        frame.bytes[formatAt] = isUnsynchronisedFlag;
     return frame;
 }
 

@@ -42,6 +42,11 @@ public:
     /// without end. Compressed ones stay as they are: they could become as large as they like.
     std::unique_ptr<TagLib::ID3v2::Frame> read(const Frame& frame) const;
 
+    /// A frame's content, without unsynchronisation.
+    TagLib::ByteVector bodyOf(const Frame& frame) const;
+    /// The frames inside the content of another one.
+    std::vector<Frame> embeddedFrames(const TagLib::ByteVector& bytes) const;
+
     /// @param status the first byte of the frame's flags.
     /// @return none when the body is too long for this version.
     std::optional<Frame> makeFrame(const TagLib::ByteVector& id, const TagLib::ByteVector& body,

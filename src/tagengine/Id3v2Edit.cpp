@@ -256,12 +256,17 @@ bool Id3v2Edit::makeTrueDate(int year, const Places& days) const
     });
 }
 
-bool Id3v2Edit::setPicture(const QByteArray& bytes)
+Id3v2Edit::Places Id3v2Edit::picturePlaces() const
 {
-    const Places places = find([](const Frame&, ID3v2::Frame* parsed) {
+    return find([](const Frame&, ID3v2::Frame* parsed) {
         const auto* picture = dynamic_cast<PictureFrame*>(parsed);
         return picture && !isLink(*picture);
     });
+}
+
+bool Id3v2Edit::setPicture(const QByteArray& bytes)
+{
+    const Places places = picturePlaces();
     if (bytes.isEmpty())
         return replace(places, {});
     const Places first = places.empty() ? Places() : Places{places.front()};
@@ -291,14 +296,18 @@ std::optional<Id3v2Edit::Frame> Id3v2Edit::smallPicture(const Frame* old, const 
     return tag_.makeFrame("PIC", head + TagText::fromBytes(bytes));
 }
 
-void Id3v2Edit::removeUnsupported()
+bool Id3v2Edit::removeUnsupported(bool keepsFirstPicture)
 {
-    replace(find([](const Frame&, ID3v2::Frame* parsed) { return propertiesOf(parsed).isEmpty(); }), {});
+    Places places = find([](const Frame&, ID3v2::Frame* parsed) { return propertiesOf(parsed).isEmpty(); });
+    const Places pictures = picturePlaces();
+    if (keepsFirstPicture && !pictures.empty())
+        std::erase(places, pictures.front());
+    return replace(places, {});
 }
 
-void Id3v2Edit::removeProperties()
+bool Id3v2Edit::removeProperties()
 {
-    replace(find([](const Frame&, ID3v2::Frame* parsed) { return !propertiesOf(parsed).isEmpty(); }), {});
+    return replace(find([](const Frame&, ID3v2::Frame* parsed) { return !propertiesOf(parsed).isEmpty(); }), {});
 }
 
 bool Id3v2Edit::replace(const Places& places, std::vector<std::optional<Frame>> frames)

@@ -27,10 +27,10 @@ public:
     bool setPicture(const QByteArray& bytes);
     /// Replaces all chapters (see TaglibWrapper::setChapters).
     bool setChapters(const QStringList& chapters);
-    /// Removes every frame that has no property key.
-    void removeUnsupported();
+    /// Removes every frame that has no property key, but for the first picture if that is to stay.
+    bool removeUnsupported(bool keepsFirstPicture);
     /// Removes every frame that has one.
-    void removeProperties();
+    bool removeProperties();
 
     /// Whether TagLib reads any frame.
     bool isEmpty() const;
@@ -43,6 +43,7 @@ private:
     /// The places of the frames that a predicate of the stored and the parsed frame holds for.
     Places find(const std::function<bool(const Frame&, TagLib::ID3v2::Frame*)>& isWanted) const;
     Places placesOf(const TagLib::String& key) const;
+    Places picturePlaces() const;
     /// Puts frames in the place of the first of others (ascending), and takes these out. A frame that could not be made
     /// is refused.
     bool replace(const Places& places, std::vector<std::optional<Frame>> frames);
@@ -55,6 +56,7 @@ private:
                    const TagLib::StringList& values) const;
     std::optional<Frame> rendered(const TagLib::ByteVector& id, TagLib::ID3v2::Frame& frame, char status = 0) const;
     std::optional<Frame> textFrame(const TagLib::ByteVector& id, const TagLib::String& text) const;
+    std::vector<std::optional<Frame>> keptChapters(const QStringList& chapters, const Places& places) const;
     TagLib::ByteVector chapterBody(const QString& text, const QByteArray& identifier) const;
     TagLib::ByteVector textBody(const TagLib::String& text) const;
     std::optional<Frame> smallPicture(const Frame* old, const QByteArray& bytes) const;

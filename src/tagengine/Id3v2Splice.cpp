@@ -46,15 +46,16 @@ bool Id3v2Splice::setChapters(const QStringList& chapters)
     return change(!chapters.isEmpty(), [&](Id3v2Edit& edit) { return edit.setChapters(chapters); });
 }
 
-void Id3v2Splice::removeUnsupported()
+bool Id3v2Splice::removeUnsupported(Pictures pictures)
 {
-    change(false, [](Id3v2Edit& edit) { return edit.removeUnsupported(), true; });
+    const bool keepsFirst = pictures == Pictures::KeepFirst;
+    return change(false, [=](Id3v2Edit& edit) { return edit.removeUnsupported(keepsFirst); });
 }
 
-void Id3v2Splice::removeProperties()
+bool Id3v2Splice::removeProperties()
 {
     dropsEmpty_ = true;
-    change(false, [](Id3v2Edit& edit) { return edit.removeProperties(), true; });
+    return change(false, [](Id3v2Edit& edit) { return edit.removeProperties(); });
 }
 
 std::optional<TagLib::ByteVector> Id3v2Splice::renderId3v2() const

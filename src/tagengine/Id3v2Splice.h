@@ -8,8 +8,8 @@
 /// The ID3v2 tag of a file, wherever the container keeps it. A file without one gets ID3v2.4.
 class Id3v2Splice : public TagSplice {
 public:
-    void removeUnsupported() override;
-    void removeProperties() override;
+    bool removeUnsupported(Pictures pictures) override;
+    bool removeProperties() override;
     bool setPicture(const QByteArray& bytes) override;
     bool setChapters(const QStringList& chapters) override;
 

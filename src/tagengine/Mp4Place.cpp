@@ -111,10 +111,10 @@ bool Mp4Place::storeExisting(const ByteVector& items)
 Mp4Place::Range Mp4Place::freeBefore(const Atoms& siblings, std::int64_t end)
 {
     Range range{end, end};
-    for (auto atom = siblings.rbegin(); atom != siblings.rend(); ++atom) {
-        if (atom->end() == range.begin && isFree(*atom))
-            range.begin = atom->offset;
-    }
+    std::for_each(siblings.rbegin(), siblings.rend(), [&](const auto& atom) {
+        if (atom.end() == range.begin && isFree(atom))
+            range.begin = atom.offset;
+    });
     return range;
 }
 

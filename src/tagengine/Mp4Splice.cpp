@@ -7,6 +7,7 @@
 #include <taglib/mp4tag.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -40,8 +41,8 @@ std::optional<QString> numberPair(const QString& value)
     const QStringList parts = value.split(QLatin1Char('/'));
     const auto isHeld = [](const QString& part) {
         bool isNumber = false;
-        part.toUShort(&isNumber);
-        return isNumber || part.isEmpty();
+        const int number = part.toInt(&isNumber);
+        return part.isEmpty() || (isNumber && std::in_range<quint16>(number));
     };
     if (parts.size() > 2 || !std::all_of(parts.begin(), parts.end(), isHeld) || parts.join(QString()).isEmpty())
         return std::nullopt;
@@ -191,16 +192,36 @@ bool Mp4Splice::setChapters(const QStringList& chapters)
     return refuse(FailureReason::notHeld);
 }
 
-void Mp4Splice::removeUnsupported()
+bool Mp4Splice::removeUnsupported(Pictures pictures)
 {
-    if (items_)
-        items_->removeIf([](const String& name) { return keyOf(name).isEmpty(); });
+    if (!canChange())
+        return false;
+    const ByteVector picture = pictures == Pictures::KeepFirst ? firstPicture() : ByteVector();
+    items_->removeIf(
+        [&](const String& name) { return keyOf(name).isEmpty() && (picture.isEmpty() || name != pictureItem); });
+    if (!picture.isEmpty())
+        items_->set(pictureItem, picture);
+    return true;
 }
 
-void Mp4Splice::removeProperties()
+/// The item of the pictures with the first of them alone; empty when there is none.
+ByteVector Mp4Splice::firstPicture() const
 {
-    if (items_)
-        items_->removeIf([](const String& name) { return !keyOf(name).isEmpty(); });
+    const auto& items = items_->items();
+    const auto covers =
+        std::find_if(items.begin(), items.end(), [](const auto& item) { return item.name == pictureItem; });
+    if (covers == items.end() || covers->bytes.size() < 2 * headerSize)
+        return {};
+    const std::uint32_t length = covers->bytes.toUInt(headerSize);
+    return Mp4Atoms::make(pictureItem, covers->bytes.mid(headerSize, length));
+}
+
+bool Mp4Splice::removeProperties()
+{
+    if (!canChange())
+        return false;
+    items_->removeIf([](const String& name) { return !keyOf(name).isEmpty(); });
+    return true;
 }
 
 bool Mp4Splice::store()

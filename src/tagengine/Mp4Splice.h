@@ -18,8 +18,8 @@ public:
 
     bool setProperty(const QString& key, const QString& value) override;
     QString readBack(const QString& key, const QString& value) const override;
-    void removeUnsupported() override;
-    void removeProperties() override;
+    bool removeUnsupported(Pictures pictures) override;
+    bool removeProperties() override;
     bool setPicture(const QByteArray& bytes) override;
     bool setChapters(const QStringList& chapters) override;
     bool store() override;
@@ -28,6 +28,7 @@ private:
     using Names = std::set<TagLib::String>;
 
     bool canChange() const;
+    TagLib::ByteVector firstPicture() const;
     Names namesOf(const TagLib::String& key) const;
     TagLib::String target(const TagLib::String& key, const Names& names) const;
     TagLib::ByteVector rendered(const TagLib::String& name, const TagLib::String& key,

@@ -56,12 +56,18 @@ MpegSplice::Range MpegSplice::read(TagLib::offset_t begin, std::size_t length)
     return {begin, length == 0 ? TagLib::ByteVector() : stream().readBlock(length)};
 }
 
+bool MpegSplice::apeIsSound() const
+{
+    if (!file_.hasAPETag() || ape_)
+        return true;
+    FailureReason::note(FailureReason::damaged);
+    return false;
+}
+
 bool MpegSplice::setProperty(const QString& key, const QString& value)
 {
-    if (file_.hasAPETag() && !ape_) {
-        FailureReason::note(FailureReason::damaged);
+    if (!apeIsSound())
         return false;
-    }
     const bool olderTagsHold = ape_ || (id3v1_ && id3v1_->holds(key, value));
     if ((file_.hasID3v2Tag() || id3v2Changed() || !olderTagsHold) && !setId3v2Property(key, value))
         return false;
@@ -78,20 +84,23 @@ void MpegSplice::takeOver(Id3v2Edit& edit)
         edit.setProperty(TagText::fromTagLib(key).value_or(QString()), values);
 }
 
-void MpegSplice::removeUnsupported()
+bool MpegSplice::removeUnsupported(Pictures pictures)
 {
     if (file_.hasID3v2Tag() && !file_.ID3v2Tag()->isEmpty())
-        Id3v2Splice::removeUnsupported();
-    else if (ape_)
+        return Id3v2Splice::removeUnsupported(pictures);
+    if (ape_)
         ape_->removeItems(false);
+    return apeIsSound();
 }
 
-void MpegSplice::removeProperties()
+bool MpegSplice::removeProperties()
 {
-    Id3v2Splice::removeProperties();
+    if (!apeIsSound() || !Id3v2Splice::removeProperties())
+        return false;
     id3v1_.reset();
     if (ape_)
         ape_->removeItems(true);
+    return true;
 }
 
 bool MpegSplice::store()

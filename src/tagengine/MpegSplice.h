@@ -13,8 +13,8 @@ public:
     MpegSplice(TagLib::MPEG::File& file, TagLib::IOStream& stream);
 
     bool setProperty(const QString& key, const QString& value) override;
-    void removeUnsupported() override;
-    void removeProperties() override;
+    bool removeUnsupported(Pictures pictures) override;
+    bool removeProperties() override;
     bool store() override;
 
 private:
@@ -23,6 +23,8 @@ private:
         TagLib::ByteVector bytes;
     };
 
+    /// False, and noted, for an APE tag that can't be taken apart.
+    bool apeIsSound() const;
     void findId3v2();
     Range read(TagLib::offset_t begin, std::size_t length);
     void replace(const Range& old, const TagLib::ByteVector& bytes);

@@ -127,6 +127,31 @@ void printOpenError(const QString& path)
     TagText::printLine(QStringLiteral("Error: TagLib::FileRef.isNull: Unable to open file:") + path);
 }
 
+void removeUnsupportedWithTaglib(TagLib::File& file)
+{
+    file.removeUnsupportedProperties(file.properties().unsupportedData());
+}
+
+void removePropertiesWithTaglib(TagLib::File& file)
+{
+    file.setProperties(TagLib::PropertyMap());
+}
+
+/// @param other the same with TagLib's means, for containers that it saves itself.
+bool strip(const QString& path, const std::function<bool(TagSplice&)>& change, void (*other)(TagLib::File&))
+{
+    return OpenedFile::rewrite(path, [&](OpenedFile& file) {
+        if (file.isNull()) {
+            printOpenError(path);
+            return false;
+        }
+        if (auto* tags = file.splice())
+            return change(*tags);
+        other(*file.file());
+        return true;
+    });
+}
+
 } // namespace
 
 std::optional<PropertyMap> EngineReads::metadata(TagLib::File& file)
@@ -151,6 +176,19 @@ std::optional<PropertyMap> EngineReads::metadata(TagLib::File& file)
     return map;
 }
 
+QMap<QString, QStringList> EngineReads::severalValues(TagLib::File& file)
+{
+    QMap<QString, QStringList> found;
+    for (const auto& [name, values] : file.properties()) {
+        QStringList texts;
+        for (const auto& value : values)
+            texts += TagText::fromTagLib(value).value_or(QString());
+        if (texts.size() > 1)
+            found[TagText::fromTagLib(name).value_or(QString())] = texts;
+    }
+    return found;
+}
+
 std::optional<PropertyMap> TaglibWrapper::getMetadata(const QString& path)
 {
     const OpenedFile file(path);
@@ -163,7 +201,9 @@ TaglibWrapper::readContents(const QString& path, const QString& type,
 {
     const OpenedFile file(path);
     const auto tags = readTrackOf(file, type, visitImage);
-    return tags ? std::optional(Contents{*tags, EngineReads::chapters(file)}) : std::nullopt;
+    if (!tags)
+        return std::nullopt;
+    return Contents{*tags, EngineReads::severalValues(*file.file()), EngineReads::chapters(file)};
 }
 
 std::optional<PropertyMap> TaglibWrapper::readTrack(const QString& path, const QString& type,
@@ -199,32 +239,29 @@ bool TaglibWrapper::setMetadata(const QString& path, const PropertyMap& changes)
 
 bool TaglibWrapper::removeUnsupportedTags(const QString& path)
 {
-    return OpenedFile::rewrite(path, [&](OpenedFile& file) {
-        if (file.isNull()) {
-            printOpenError(path);
-            return false;
-        }
-        if (auto* tags = file.splice())
-            tags->removeUnsupported();
-        else
-            file.file()->removeUnsupportedProperties(file.file()->properties().unsupportedData());
-        return true;
-    });
+    return strip(
+        path, [](TagSplice& tags) { return tags.removeUnsupported(TagSplice::Pictures::Remove); },
+        &removeUnsupportedWithTaglib);
+}
+
+bool TaglibWrapper::removeUnsupportedTagsKeepingImage(const QString& path)
+{
+    return strip(
+        path, [](TagSplice& tags) { return tags.removeUnsupported(TagSplice::Pictures::KeepFirst); },
+        &removeUnsupportedWithTaglib);
 }
 
 bool TaglibWrapper::removeAllTags(const QString& path)
 {
-    return OpenedFile::rewrite(path, [&](OpenedFile& file) {
-        if (file.isNull()) {
-            printOpenError(path);
-            return false;
-        }
-        if (auto* tags = file.splice())
-            tags->removeProperties();
-        else
-            file.file()->setProperties(TagLib::PropertyMap());
-        return true;
-    });
+    return strip(
+        path, [](TagSplice& tags) { return tags.removeProperties(); }, &removePropertiesWithTaglib);
+}
+
+bool TaglibWrapper::removeAllTagsAndImages(const QString& path)
+{
+    return strip(
+        path, [](TagSplice& tags) { return tags.setPicture({}) && tags.removeProperties(); },
+        &removePropertiesWithTaglib);
 }
 
 std::optional<QString> TaglibWrapper::getTitle(const QString& path)

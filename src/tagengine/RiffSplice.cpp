@@ -15,11 +15,11 @@ bool RiffSplice::setProperty(const QString& key, const QString& value)
     return true;
 }
 
-void RiffSplice::removeProperties()
+bool RiffSplice::removeProperties()
 {
-    Id3v2Splice::removeProperties();
     if (kind_ == Kind::Wav)
         chunks_.clearInfo();
+    return Id3v2Splice::removeProperties();
 }
 
 bool RiffSplice::store()

@@ -11,7 +11,7 @@ public:
     RiffSplice(TagLib::IOStream& stream, Kind kind);
 
     bool setProperty(const QString& key, const QString& value) override;
-    void removeProperties() override;
+    bool removeProperties() override;
     bool store() override;
 
 private:

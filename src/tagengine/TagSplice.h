@@ -29,10 +29,12 @@ public:
         Q_UNUSED(key)
         return value;
     }
-    /// Removes every item that has no property key.
-    virtual void removeUnsupported() = 0;
+    enum class Pictures { Remove, KeepFirst };
+
+    /// Removes every item that has no property key, but for the first picture if that is to stay.
+    virtual bool removeUnsupported(Pictures pictures) = 0;
     /// Removes every item that has one, and the tags that are empty then.
-    virtual void removeProperties() = 0;
+    virtual bool removeProperties() = 0;
     /// Replaces the first picture, in an MP4 file all of them; empty bytes remove all.
     virtual bool setPicture(const QByteArray& bytes) = 0;
     /// Replaces all chapters (see TaglibWrapper::setChapters).

@@ -47,6 +47,12 @@ public:
     /// @return true when the file was saved.
     static bool removeAllTags(const QString& path);
 
+    /// removeUnsupportedTags, but for the first picture, which stays as it is, in one save.
+    static bool removeUnsupportedTagsKeepingImage(const QString& path);
+
+    /// removeAllTags, and the pictures as well, in one save.
+    static bool removeAllTagsAndImages(const QString& path);
+
     /// @return the title, or none when the file can't be opened or has no tag.
     static std::optional<QString> getTitle(const QString& path);
 
@@ -65,6 +71,8 @@ public:
     /// What readTrack found besides the picture.
     struct Contents {
         PropertyMap tags;
+        /// All values of the keys that have several, of which `tags` has the last.
+        QMap<QString, QStringList> severalValues;
         /// As getChapters gives them.
         std::optional<QStringList> chapters;
     };

@@ -256,10 +256,11 @@ private slots:
         QVERIFY(errors.text().contains(u"Unable to open FileStream: "_qs));
     }
 
+    // The table of contents keeps ch0 and ch1 for its children, and a chapter that stays keeps its own.
     void replacesChapters_data()
     {
-        addRows({"Intro 😀@0,Verse@900 | Intro 😀@0,Verse@900 | ['ch0', 'ch1']", " |  | []", "A@B@1000 | A@0 | ['ch0']",
-                 "A@-5,B@ 7x,C@99999999999,D | A@0,B@7,C@0,D@0 | ['ch0', 'ch1', 'ch2', 'ch3']"});
+        addRows({"Intro 😀@0,Verse@900 | Intro 😀@0,Verse@900 | ['ch1', 'ch2']", " |  | []", "A@B@1000 | A@0 | ['ch2']",
+                 "A@-5,B@ 7x,C@99999999999,D | A@0,B@7,C@0,D@0 | ['ch2', 'ch3', 'ch4', 'ch5']"});
     }
 
     void replacesChapters()
