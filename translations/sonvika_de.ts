@@ -724,10 +724,6 @@
         <translation>Cover konnte nicht gespeichert werden</translation>
     </message>
     <message>
-        <source>Unable to restore album art</source>
-        <translation>Cover konnte nicht wiederhergestellt werden</translation>
-    </message>
-    <message>
         <source>Failed to save to image. url: %@</source>
         <translation>Bild konnte nicht gespeichert werden. Adresse: %@</translation>
     </message>

@@ -724,10 +724,6 @@
         <translation>Impossible d’enregistrer la pochette</translation>
     </message>
     <message>
-        <source>Unable to restore album art</source>
-        <translation>Impossible de rétablir la pochette</translation>
-    </message>
-    <message>
         <source>Failed to save to image. url: %@</source>
         <translation>Impossible d’enregistrer l’image. Adresse&#xa0;: %@</translation>
     </message>

@@ -60,8 +60,8 @@ const std::vector<NamedOperation> operations{
     {"add picture", picture(300'000), picture(0)},
     {"remove picture", picture(0), picture(20'000)},
     {"replace picture", picture(30'000), picture(20'000)},
-    {"remove unsupported", TaglibWrapper::removeUnsupportedTags, picture(20'000)},
-    {"remove all", TaglibWrapper::removeAllTags, {}},
+    {"remove unsupported", TaglibWrapper::removeUnsupportedTagsKeepingImage, picture(20'000)},
+    {"remove all", TaglibWrapper::removeAllTagsAndImages, {}},
     {"comment", comment, {}},
     {"chapters", chapters, {}}};
 
