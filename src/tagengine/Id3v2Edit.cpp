@@ -83,6 +83,14 @@ void preferLatin1(ID3v2::Frame& frame)
         url->setTextEncoding(String::Latin1);
 }
 
+/// Whether a frame of that stored name may be read as a property, as far as names tell.
+/// @param wanted the name of the property's own frame; empty where it has none.
+bool mayHold(const ByteVector& id, const ByteVector& wanted)
+{
+    const bool isTold = wanted.startsWith("T") && id.size() == 4 && id[3] != '\0';
+    return !isTold || id == wanted || isOneOf(id, {"TXXX", "TORY", "TYER", "TDAT", "TIME", "TRDA"});
+}
+
 PropertyMap propertiesOf(ID3v2::Frame* frame)
 {
     if (!frame)
@@ -107,11 +115,14 @@ bool Id3v2Edit::isEmpty() const
     return std::none_of(tag_.frames().begin(), tag_.frames().end(), [](const Frame& frame) { return frame.isRead; });
 }
 
-Id3v2Edit::Places Id3v2Edit::find(const std::function<bool(const Frame&, ID3v2::Frame*)>& isWanted) const
+Id3v2Edit::Places Id3v2Edit::find(const std::function<bool(const Frame&, ID3v2::Frame*)>& isWanted,
+                                  const ByteVector& wanted) const
 {
     Places places;
     for (std::size_t place = 0; place < tag_.frames().size(); ++place) {
         const Frame& frame = tag_.frames()[place];
+        if (!mayHold(frame.id, wanted))
+            continue;
         if (const auto parsed = tag_.read(frame); isWanted(frame, parsed.get()))
             places.push_back(place);
     }
@@ -121,14 +132,15 @@ Id3v2Edit::Places Id3v2Edit::find(const std::function<bool(const Frame&, ID3v2::
 Id3v2Edit::Places Id3v2Edit::placesOf(const String& key) const
 {
     const ByteVector id = ID3v2::Frame::keyToFrameID(key);
-    return find([&](const Frame&, ID3v2::Frame* parsed) {
+    const auto isField = [&](const Frame&, ID3v2::Frame* parsed) {
         const auto* comment = dynamic_cast<ID3v2::CommentsFrame*>(parsed);
         if (comment && !comment->description().isEmpty() && key == "COMMENT")
             return false;
         const bool isSealed =
             dynamic_cast<ID3v2::UnknownFrame*>(parsed) && id.startsWith("T") && parsed->frameID() == id;
         return isSealed || propertiesOf(parsed).contains(key);
-    });
+    };
+    return find(isField, id);
 }
 
 bool Id3v2Edit::setProperty(const QString& name, const StringList& values)

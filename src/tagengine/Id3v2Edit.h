@@ -41,7 +41,9 @@ private:
     using Places = std::vector<std::size_t>;
 
     /// The places of the frames that a predicate of the stored and the parsed frame holds for.
-    Places find(const std::function<bool(const Frame&, TagLib::ID3v2::Frame*)>& isWanted) const;
+    /// @param wanted the name of a property's own frame, to leave out what stands for another one; empty for all frames.
+    Places find(const std::function<bool(const Frame&, TagLib::ID3v2::Frame*)>& isWanted,
+                const TagLib::ByteVector& wanted = {}) const;
     Places placesOf(const TagLib::String& key) const;
     Places picturePlaces() const;
     /// Puts frames in the place of the first of others (ascending), and takes these out. A frame that could not be made

@@ -42,7 +42,7 @@ bool hasOtherForms(const QString& key)
 } // namespace
 
 OpenedFile::OpenedFile(const QString& path, SafeFileStream::Mode mode)
-    : stream_(PathBytes::encode(path), mode), ref_(&stream_, true, TagLib::AudioProperties::Average)
+    : stream_(PathBytes::encode(path), mode), ref_(&stream_, mode == SafeFileStream::Mode::Read)
 {
     if (stream_.isRefused())
         ref_ = TagLib::FileRef();

@@ -161,14 +161,19 @@ std::optional<PropertyMap> EngineReads::metadata(TagLib::File& file)
         return std::nullopt;
     }
     PropertyMap map;
-    for (const auto& field : textFields)
-        map[QLatin1String(field.key)] = readText(file, field);
-    for (const auto& field : numberFields)
-        map[QLatin1String(field.key)] = QString::number((file.tag()->*field.get)());
     // What only the INFO list of a WAV file has, TagLib does not report beside ID3v2.
     if (const auto* info = infoTag(file))
         readProperties(info->properties(), map);
     readProperties(file.properties(), map);
+    // The properties come first: they are the same texts in most files, and cost less.
+    for (const auto& field : textFields) {
+        if (const QString key = QLatin1String(field.key); !map.contains(key))
+            map[key] = readText(file, field);
+    }
+    for (const auto& field : numberFields) {
+        if (const QString key = QLatin1String(field.key); !map.contains(key))
+            map[key] = QString::number((file.tag()->*field.get)());
+    }
     if (const auto comment = Id3v2Reads::comment(file))
         map[QStringLiteral("COMMENT")] = TagText::fromTagLib(*comment).value_or(QString());
     if (const auto year = Id3v2Reads::oldYear(file))
