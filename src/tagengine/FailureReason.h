@@ -13,6 +13,7 @@ inline constexpr auto noFile = QT_TRANSLATE_NOOP("FailureReason", "This is no fi
 inline constexpr auto noTag = QT_TRANSLATE_NOOP("FailureReason", "The file has no tag");
 inline constexpr auto invalidText = QT_TRANSLATE_NOOP("FailureReason", "The text is not valid Unicode");
 inline constexpr auto inUse = QT_TRANSLATE_NOOP("FailureReason", "Another program is changing the file");
+inline constexpr auto locked = QT_TRANSLATE_NOOP("FailureReason", "Another program has locked the file");
 inline constexpr auto damaged = QT_TRANSLATE_NOOP("FailureReason", "The structure of the file is damaged");
 inline constexpr auto notHeld = QT_TRANSLATE_NOOP("FailureReason", "The tags of this file can't hold that");
 inline constexpr auto unknownTag =

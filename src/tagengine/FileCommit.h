@@ -13,10 +13,17 @@ struct FileChange {
     const PieceTable& content;
 
     QByteArray folder() const { return path.left(path.lastIndexOf('/') + 1); }
+    /// Whether the file is still the one that was read, by the descriptor and by the path.
+    bool isCurrent() const
+    {
+        return identity.isUnchanged(FileIdentity::ofDescriptor(descriptor))
+               && identity.isUnchanged(FileIdentity::ofPath(path.constData()));
+    }
 };
 
 enum class CommitResult {
-    Done,      ///< the file has its new content
+    Done,      ///< the file has its new content, on the disk
+    Stale,     ///< somebody else changed the file since it was read, and it is what they made of it
     Failed,    ///< the file is as it was, or an undo record that will bring it back is left
     Impossible ///< not in this way; the file is as it was
 };

@@ -1,12 +1,16 @@
 #include "tagengine/FileIdentity.h"
 
+#include <ctime>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
 namespace {
 
-std::int64_t nanoseconds(const struct statx_timestamp& time)
+/// @param time a timespec or its like.
+template <class Time>
+std::int64_t nanoseconds(const Time& time)
 {
     constexpr std::int64_t perSecond = 1'000'000'000;
     return time.tv_sec * perSecond + time.tv_nsec;
@@ -40,6 +44,13 @@ bool FileIdentity::isSameFile(const FileIdentity& other) const
 bool FileIdentity::isUnchanged(const FileIdentity& other) const
 {
     return isSameFile(other) && size == other.size && modified == other.modified;
+}
+
+bool FileIdentity::isSettled() const
+{
+    struct timespec now {};
+    ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
+    return nanoseconds(now) > modified;
 }
 
 FileIdentity FileIdentity::ofDescriptor(int descriptor)

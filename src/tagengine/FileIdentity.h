@@ -19,6 +19,10 @@ struct FileIdentity {
     /// The same file with, as far as size and time tell, the same content.
     bool isUnchanged(const FileIdentity& other) const;
 
+    /// Whether a change from now on would show in the time of the last one: the clock that the system takes such times
+    /// from moves in steps of some milliseconds.
+    bool isSettled() const;
+
     /// A default identity, which no file has, when there is no file.
     static FileIdentity ofDescriptor(int descriptor);
     static FileIdentity ofPath(const char* path);

@@ -14,9 +14,9 @@ constexpr auto interval = 10ms;
 
 } // namespace
 
-bool lockFile(int descriptor)
+bool lockFile(int descriptor, bool waits)
 {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
+    const auto deadline = std::chrono::steady_clock::now() + (waits ? patience : 0s);
     while (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
         if (errno == EINTR)
             continue;
@@ -29,7 +29,7 @@ bool lockFile(int descriptor)
     return true;
 }
 
-FileLock::FileLock(int descriptor) : descriptor_(descriptor), held_(lockFile(descriptor)) {}
+FileLock::FileLock(int descriptor, bool waits) : descriptor_(descriptor), held_(lockFile(descriptor, waits)) {}
 
 FileLock::~FileLock()
 {

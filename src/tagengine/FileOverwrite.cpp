@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 #include <vector>
 
 #include <cerrno>
@@ -34,7 +35,8 @@ bool collectPatches(const FileChange& change, std::vector<Range>& patches)
             return;
         const auto equalAtEnd =
             std::mismatch(std::make_reverse_iterator(end), std::make_reverse_iterator(first), old.rbegin()).first;
-        patches.push_back({position + (first - begin), equalAtEnd.base() - first});
+        const std::int64_t length = equalAtEnd.base() - first;
+        patches.push_back({position + (first - begin), length, length});
     });
     return readable;
 }
@@ -59,7 +61,7 @@ bool writePiece(const FileChange& change, const UndoRecord& record, std::int64_t
 bool writeRange(const FileChange& change, const UndoRecord& record, const Range& range)
 {
     bool written = true;
-    change.content.visit(range.offset, range.length, [&](std::int64_t position, const PieceTable::Piece& piece) {
+    change.content.visit(range.offset, range.newLength, [&](std::int64_t position, const PieceTable::Piece& piece) {
         written = written && writePiece(change, record, position, piece);
     });
     return written;
@@ -74,47 +76,71 @@ bool reserve(const FileChange& change)
     return errno == EOPNOTSUPP || errno == ENOSYS || errno == EINVAL;
 }
 
+/// On the disk, and taken by file systems that hand it on only when the file is closed.
+bool settle(const FileChange& change)
+{
+    const bool isSynced = change.content.length() == change.content.originalLength()
+                              ? ::fdatasync(change.descriptor) == 0
+                              : ::fsync(change.descriptor) == 0;
+    return isSynced && PosixFile::flush(change.descriptor);
+}
+
+bool writeAll(const FileChange& change, const UndoRecord& record, const std::vector<Range>& ranges)
+{
+    return reserve(change)
+           && std::all_of(ranges.begin(), ranges.end(),
+                          [&](const Range& range) { return writeRange(change, record, range); })
+           && (change.content.length() >= change.content.originalLength()
+               || ::ftruncate(change.descriptor, change.content.length()) == 0)
+           && settle(change);
+}
+
 CommitResult backOut(const FileChange& change, UndoRecord& record)
 {
     FailureReason::note(errno);
     if (record.rollBack(change.descriptor))
-        record.remove();
+        record.slot().clear();
     return CommitResult::Failed;
+}
+
+/// The parts of the file that change. @return none when it can't be read.
+std::optional<std::vector<Range>> rangesOf(const FileChange& change)
+{
+    const auto& content = change.content;
+    if (!content.keepsPlaces()) {
+        const std::int64_t first = content.unchangedPrefix();
+        return std::vector<Range>{{first, content.originalLength() - first, content.length() - first}};
+    }
+    std::vector<Range> patches;
+    return collectPatches(change, patches) ? std::optional(std::move(patches)) : std::nullopt;
 }
 
 } // namespace
 
 CommitResult FileCommit::overwrite(const FileChange& change)
 {
-    const auto& content = change.content;
-    const bool isPatch = content.keepsPlaces();
-    std::vector<Range> newRanges;
-    std::vector<Range> oldRanges;
-    if (isPatch) {
-        if (!collectPatches(change, newRanges))
-            return CommitResult::Failed;
-        if (newRanges.empty())
-            return CommitResult::Done;
-        oldRanges = newRanges;
-    } else {
-        const std::int64_t first = content.unchangedPrefix();
-        newRanges = {{first, content.length() - first}};
-        oldRanges = {{first, content.originalLength() - first}};
+    const auto ranges = rangesOf(change);
+    if (!ranges) {
+        FailureReason::note(errno);
+        return CommitResult::Failed;
     }
-    // A patch touches tags only and is over at once; a rewrite moves sound, so the disk must have the record first.
-    const auto durability = isPatch ? UndoRecord::Durability::AgainstKill : UndoRecord::Durability::AgainstPowerLoss;
-    auto record = UndoRecord::create(change.descriptor, change.identity, change.path, oldRanges, durability);
+    if (ranges->empty())
+        return change.isCurrent() ? CommitResult::Done : CommitResult::Stale;
+    auto record = UndoRecord::create(change, *ranges);
     if (!record) {
         FailureReason::note(errno);
         return CommitResult::Impossible;
     }
-    const bool written =
-        reserve(change)
-        && std::all_of(newRanges.begin(), newRanges.end(),
-                       [&](const Range& range) { return writeRange(change, *record, range); })
-        && (content.length() >= content.originalLength() || ::ftruncate(change.descriptor, content.length()) == 0)
-        && (isPatch || ::fdatasync(change.descriptor) == 0);
-    if (!written || !record->remove())
+    if (!change.isCurrent()) {
+        record->slot().clear();
+        return CommitResult::Stale;
+    }
+    if (!writeAll(change, *record, *ranges))
         return backOut(change, *record);
-    return CommitResult::Done;
+    // Somebody may have written at the same time, or put another file in this one's place.
+    const bool isOurs = record->compare(change.descriptor) == UndoRecord::Finding::New
+                        && change.identity.isSameFile(FileIdentity::ofPath(change.path.constData()));
+    if (!record->slot().clear())
+        return backOut(change, *record);
+    return isOurs ? CommitResult::Done : CommitResult::Stale;
 }

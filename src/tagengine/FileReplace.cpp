@@ -1,13 +1,17 @@
 #include "tagengine/FailureReason.h"
 #include "tagengine/FileCommit.h"
+#include "tagengine/FileLock.h"
 #include "tagengine/PosixFile.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <charconv>
-#include <cstring>
+#include <chrono>
+#include <cstdio>
 #include <filesystem>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -31,20 +35,54 @@ bool isFinal(int error)
     return error == ENOSPC || error == EDQUOT || error == EIO;
 }
 
+bool isUnsupported(int error)
+{
+    return error == EINVAL || error == ENOSYS || error == EOPNOTSUPP;
+}
+
 CommitResult resultOf(int error)
 {
     FailureReason::note(error);
     return isFinal(error) ? CommitResult::Failed : CommitResult::Impossible;
 }
 
-bool isLeftover(const std::string& name)
+/// The process in a temporary file's name; 0 for other names.
+pid_t ownerOf(const std::string& name)
 {
-    if (!name.starts_with(temporaryPrefix) || !name.ends_with(temporarySuffix))
-        return false;
     pid_t owner = 0;
-    const auto read = std::from_chars(name.data() + temporaryPrefix.size(), name.data() + name.size(), owner);
-    return read.ec == std::errc() && owner > 0 && owner != ::getpid() && ::kill(owner, 0) != 0 && errno == ESRCH;
+    if (name.starts_with(temporaryPrefix) && name.ends_with(temporarySuffix))
+        std::from_chars(name.data() + temporaryPrefix.size(), name.data() + name.size(), owner);
+    return owner;
 }
+
+bool isOfYesterday(int file)
+{
+    using namespace std::chrono;
+    const auto now = duration_cast<nanoseconds>(system_clock::now().time_since_epoch()).count();
+    return now - FileIdentity::ofDescriptor(file).modified > nanoseconds(24h).count();
+}
+
+/// Removes a temporary file whose process has ended. The process of another container has a number that may be nobody's
+/// here, and after a start of the machine the number may be somebody else's; but who lives has locked its file.
+void removeIfLeft(const fs::path& path)
+{
+    const pid_t owner = ownerOf(path.filename().string());
+    if (owner <= 0 || owner == ::getpid())
+        return;
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    if (!file.isOpen() || !lockFile(file.get(), false))
+        return;
+    const bool isAlive = ::kill(owner, 0) == 0 || errno != ESRCH;
+    if (!isAlive || isOfYesterday(file.get()))
+        ::unlink(path.c_str());
+}
+
+enum class Placing {
+    Done,
+    Stale,      ///< the old file is there, changed by somebody else
+    Unsettled,  ///< the new file is there, but perhaps not on the disk
+    Impossible, ///< nothing was done; errno tells why
+};
 
 /// A new file beside the old one, gone again unless it takes the old one's place.
 class SiblingFile {
@@ -60,10 +98,12 @@ public:
             if (!descriptor_.isOpen() && errno != EEXIST)
                 break;
         }
+        if (descriptor_.isOpen())
+            lockFile(descriptor_.get(), false);
     }
     ~SiblingFile()
     {
-        if (!descriptor_.isOpen())
+        if (!descriptor_.isOpen() || !isOurs(path_.c_str()))
             return;
         // Some file systems remove an open file by renaming it, which they may refuse.
         descriptor_.close();
@@ -74,16 +114,53 @@ public:
 
     bool isOpen() const { return descriptor_.isOpen(); }
     int descriptor() const { return descriptor_.get(); }
-    bool takePlaceOf(const QByteArray& path)
+
+    /// Puts the new file in the place of the one that was read, and nobody else's.
+    Placing takePlaceOf(const FileChange& change)
     {
-        if (::rename(path_.c_str(), path.constData()) != 0)
-            return false;
+        if (!isOurs(path_.c_str()) || !change.isCurrent())
+            return Placing::Stale;
+        const char* path = change.path.constData();
+        if (::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, path, RENAME_EXCHANGE) != 0)
+            return replacePlainly(change);
+        // Both are there now: what was replaced is looked at once more before it goes.
+        if (!change.identity.isUnchanged(FileIdentity::ofPath(path_.c_str())))
+            return giveBack(path) ? Placing::Stale : Placing::Unsettled;
+        if (!PosixFile::syncFolder(change.folder()))
+            return giveBack(path) ? Placing::Impossible : Placing::Unsettled;
+        ::unlink(path_.c_str());
         descriptor_.close();
-        return true;
+        return Placing::Done;
     }
 
 private:
     static constexpr int attempts = 100;
+
+    bool isOurs(const char* path) const
+    {
+        return FileIdentity::ofDescriptor(descriptor_.get()).isSameFile(FileIdentity::ofPath(path));
+    }
+
+    /// For file systems that can't exchange two files.
+    Placing replacePlainly(const FileChange& change)
+    {
+        if (!isUnsupported(errno))
+            return Placing::Impossible;
+        if (::rename(path_.c_str(), change.path.constData()) != 0)
+            return Placing::Impossible;
+        descriptor_.close();
+        return PosixFile::syncFolder(change.folder()) ? Placing::Done : Placing::Unsettled;
+    }
+
+    /// Takes the new file back out of the place. @return false when it is not there any more, or stays.
+    bool giveBack(const char* path)
+    {
+        const int error = errno;
+        const bool isBack =
+            isOurs(path) && ::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, path, RENAME_EXCHANGE) == 0;
+        errno = error;
+        return isBack;
+    }
 
     fs::path path_;
     FileDescriptor descriptor_;
@@ -112,21 +189,39 @@ std::vector<char> attribute(int descriptor, const char* name)
     return value;
 }
 
-/// Extended attributes, access-control lists among them.
+std::optional<std::vector<std::string>> attributeNames(int descriptor)
+{
+    const ssize_t size = ::flistxattr(descriptor, nullptr, 0);
+    if (size < 0)
+        return errno == ENOTSUP ? std::optional(std::vector<std::string>()) : std::nullopt;
+    std::vector<char> list(static_cast<std::size_t>(size));
+    if (size > 0 && ::flistxattr(descriptor, list.data(), list.size()) != size)
+        return std::nullopt;
+    std::vector<std::string> names;
+    for (const char* name = list.data(); name < list.data() + size; name += names.back().size() + 1)
+        names.emplace_back(name);
+    return names;
+}
+
+/// Extended attributes, access-control lists among them. What the folder gives to new files goes, but for what is the
+/// system's own.
 bool copyAttributes(int from, int to)
 {
-    const ssize_t size = ::flistxattr(from, nullptr, 0);
-    if (size < 0)
-        return errno == ENOTSUP;
-    std::vector<char> names(static_cast<std::size_t>(size));
-    if (size > 0 && ::flistxattr(from, names.data(), names.size()) != size)
+    const auto names = attributeNames(from);
+    const auto given = attributeNames(to);
+    if (!names || !given)
         return false;
-    for (const char* name = names.data(); name < names.data() + size; name += std::strlen(name) + 1) {
-        const std::vector<char> value = attribute(from, name);
-        if (attribute(to, name) != value && ::fsetxattr(to, name, value.data(), value.size(), 0) != 0)
+    for (const auto& name : *given) {
+        const bool isWanted =
+            name.starts_with("security.") || std::find(names->begin(), names->end(), name) != names->end();
+        if (!isWanted && ::fremovexattr(to, name.c_str()) != 0)
             return false;
     }
-    return true;
+    return std::all_of(names->begin(), names->end(), [&](const std::string& name) {
+        const std::vector<char> value = attribute(from, name.c_str());
+        return attribute(to, name.c_str()) == value
+               || ::fsetxattr(to, name.c_str(), value.data(), value.size(), 0) == 0;
+    });
 }
 
 bool copyOwnership(int from, int to)
@@ -138,13 +233,6 @@ bool copyOwnership(int from, int to)
     const bool sameOwner = wanted.st_uid == given.st_uid && wanted.st_gid == given.st_gid;
     return (sameOwner || ::fchown(to, wanted.st_uid, wanted.st_gid) == 0)
            && ::fchmod(to, wanted.st_mode & 07777) == 0;
-}
-
-void syncFolder(const fs::path& folder)
-{
-    const FileDescriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (descriptor.isOpen())
-        ::fsync(descriptor.get());
 }
 
 } // namespace
@@ -159,11 +247,8 @@ void FileCommit::removeLeftovers(const QByteArray& folder)
             return;
     }
     std::error_code error;
-    for (fs::directory_iterator item(folder.toStdString(), error), end; item != end && !error;
-         item.increment(error)) {
-        if (isLeftover(item->path().filename().string()))
-            ::unlink(item->path().c_str());
-    }
+    for (fs::directory_iterator item(folder.toStdString(), error), end; item != end && !error; item.increment(error))
+        removeIfLeft(item->path());
 }
 
 CommitResult FileCommit::replace(const FileChange& change)
@@ -174,15 +259,23 @@ CommitResult FileCommit::replace(const FileChange& change)
         return resultOf(errno);
     if (!writeContent(change, sibling.descriptor()))
         return resultOf(errno);
-    if (!copyOwnership(change.descriptor, sibling.descriptor())
-        || !copyAttributes(change.descriptor, sibling.descriptor()))
+    if (!copyAttributes(change.descriptor, sibling.descriptor())
+        || !copyOwnership(change.descriptor, sibling.descriptor()))
         return resultOf(errno);
-    if (::fsync(sibling.descriptor()) != 0) {
+    if (::fsync(sibling.descriptor()) != 0 || !PosixFile::flush(sibling.descriptor())) {
         FailureReason::note(errno);
         return CommitResult::Failed;
     }
-    if (!sibling.takePlaceOf(change.path))
+    switch (sibling.takePlaceOf(change)) {
+    case Placing::Done:
+        return CommitResult::Done;
+    case Placing::Stale:
+        return CommitResult::Stale;
+    case Placing::Impossible:
         return resultOf(errno);
-    syncFolder(folder);
-    return CommitResult::Done;
+    case Placing::Unsettled:
+        FailureReason::note(errno);
+        return CommitResult::Failed;
+    }
+    return CommitResult::Failed;
 }

@@ -98,4 +98,17 @@ bool copy(int from, std::int64_t fromOffset, int to, std::int64_t toOffset, std:
     return true;
 }
 
+bool syncFolder(const QByteArray& folder)
+{
+    const FileDescriptor descriptor(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    // A folder may be such that one can write into it and not read it.
+    return descriptor.isOpen() ? ::fsync(descriptor.get()) == 0 || errno == EINVAL : errno == EACCES;
+}
+
+bool flush(int descriptor)
+{
+    const int second = ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
+    return second >= 0 && ::close(second) == 0;
+}
+
 } // namespace PosixFile

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QByteArray>
+
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -39,5 +41,13 @@ bool writeAt(int descriptor, std::int64_t offset, const char* bytes, std::size_t
 /// Copies bytes between files, inside the kernel where it can.
 /// @return true when every byte was copied; errno tells why not.
 bool copy(int from, std::int64_t fromOffset, int to, std::int64_t toOffset, std::int64_t length);
+
+/// Puts the entries of a folder on the disk.
+/// @return false when the system says that they are not; true where folders can't be synced.
+bool syncFolder(const QByteArray& folder);
+
+/// Hands what was written to file systems that take it only when a file is closed. The descriptor stays open.
+/// @return false when they refuse it; errno tells why.
+bool flush(int descriptor);
 
 } // namespace PosixFile

@@ -1,11 +1,11 @@
 #include "tagengine/EngineReads.h"
 #include "tagengine/FailureReason.h"
 #include "tagengine/Id3v2Reads.h"
+#include "tagengine/InterruptedChange.h"
 #include "tagengine/OpenedFile.h"
 #include "tagengine/TagSplice.h"
 #include "tagengine/TagText.h"
 #include "tagengine/TaglibWrapper.h"
-#include "tagengine/UndoRecord.h"
 
 #include <taglib/infotag.h>
 #include <taglib/tag.h>
@@ -316,5 +316,5 @@ QString TaglibWrapper::failureReason()
 
 void TaglibWrapper::recoverInterruptedChanges()
 {
-    UndoRecord::recoverAll();
+    InterruptedChanges::recover();
 }

@@ -3,11 +3,14 @@
 #include "platform/FileSystem.h"
 #include "tagengine/FailureReason.h"
 #include "tagengine/FileCommit.h"
-#include "tagengine/UndoRecord.h"
+#include "tagengine/RecordSlots.h"
+#include "tagengine/Recovery.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
+#include <thread>
 #include <utility>
 
 #include <fcntl.h>
@@ -27,15 +30,9 @@ SafeFileStream::SafeFileStream(QByteArray path, Mode mode)
     : path_(std::move(path)), target_(mode == Mode::ReadWrite ? resolved(path_) : path_), reader_(-1, 0), content_(0)
 {
     FailureReason::clear();
-    if (!UndoRecord::recover(target_)) {
-        FailureReason::note(
-            QT_TRANSLATE_NOOP("FailureReason", "An interrupted change of the file could not be taken back"));
+    writable_ = mode == Mode::ReadWrite && openForWriting();
+    if (!writable_ && !openForReading())
         return;
-    }
-    open(mode);
-    if (!file_.isOpen())
-        return;
-    identity_ = FileIdentity::ofDescriptor(file_.get());
     if (!identity_.isRegular) {
         FailureReason::note(FailureReason::noFile);
         lock_.reset();
@@ -46,57 +43,100 @@ SafeFileStream::SafeFileStream(QByteArray path, Mode mode)
     content_ = PieceTable(identity_.size);
 }
 
-void SafeFileStream::open(Mode mode)
+bool SafeFileStream::open(int access)
 {
-    if (mode == Mode::ReadWrite && openForWriting())
-        return;
-    file_ = FileDescriptor(::open(target_.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    file_ = FileDescriptor(::open(target_.constData(), access | O_CLOEXEC | O_NONBLOCK));
     if (!file_.isOpen())
         FailureReason::note(errno);
+    else
+        identity_ = FileIdentity::ofDescriptor(file_.get());
+    return file_.isOpen();
+}
+
+/// Brings the file back from a change that was cut short, if a record speaks of one.
+bool SafeFileStream::recover()
+{
+    const auto outcome = Recovery::recover(resolved(target_), identity_);
+    if (outcome == Recovery::Outcome::Failed)
+        FailureReason::note(
+            QT_TRANSLATE_NOOP("FailureReason", "An interrupted change of the file could not be taken back"));
+    if (outcome == Recovery::Outcome::Busy)
+        FailureReason::note(FailureReason::inUse);
+    return outcome <= Recovery::Outcome::Kept;
+}
+
+bool SafeFileStream::openForReading()
+{
+    if (!open(O_RDONLY))
+        return false;
+    if (!RecordSlots::isSpokenOf(target_, identity_))
+        return true;
+    file_.close();
+    return recover() && open(O_RDONLY);
 }
 
 bool SafeFileStream::openForWriting()
 {
-    // While the lock is waited for, another program of ours may put a new file in place of this one.
+    // While the lock is waited for, another program of ours may put a new file in place of this one, or be killed in the
+    // middle of a change.
     constexpr int attempts = 5;
+    bool isRecovered = false;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         lock_.reset();
-        file_ = FileDescriptor(::open(target_.constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
-        if (!file_.isOpen()) {
-            FailureReason::note(errno);
+        if (!open(O_RDWR))
             return false;
-        }
-        lock_.emplace(file_.get());
-        const FileIdentity current = FileIdentity::ofPath(target_.constData());
-        // That program may also have been killed in the middle of its change.
-        if (lock_->isHeld() && UndoRecord::exists(current)) {
-            lock_.reset();
-            if (!UndoRecord::recover(target_))
+        if (!isRecovered && RecordSlots::isSpokenOf(target_, identity_)) {
+            file_.close();
+            if (!recover())
                 return false;
+            isRecovered = true;
             continue;
         }
-        if (lock_->isHeld() && current.isSameFile(FileIdentity::ofDescriptor(file_.get()))) {
-            writable_ = true;
-            return true;
+        lock_.emplace(file_.get());
+        if (!lock_->isHeld()) {
+            lock_.reset();
+            FailureReason::note(FailureReason::locked);
+            return false;
         }
-        if (!lock_->isHeld())
-            break;
+        if (isRecovered || !RecordSlots::isSpokenOf(target_, identity_)) {
+            waitForClock();
+            if (identity_.isSameFile(FileIdentity::ofPath(target_.constData())))
+                return true;
+        }
     }
     lock_.reset();
     FailureReason::note(FailureReason::inUse);
     return false;
 }
 
+/// A file that was changed a moment ago may be changed once more at what its time says is the same moment.
+void SafeFileStream::waitForClock()
+{
+    using namespace std::chrono_literals;
+    constexpr int longest = 20;
+    identity_ = FileIdentity::ofDescriptor(file_.get());
+    for (int tries = 0; tries < longest && !identity_.isSettled(); ++tries)
+        std::this_thread::sleep_for(1ms);
+    identity_ = FileIdentity::ofDescriptor(file_.get());
+}
+
 SafeFileStream::Outcome SafeFileStream::commit()
 {
     if (!writable_ || refused_ || reader_.failed())
         return Outcome::Failed;
-    const bool isCurrent = identity_.isUnchanged(FileIdentity::ofDescriptor(file_.get()))
-                           && identity_.isUnchanged(FileIdentity::ofPath(target_.constData()));
-    if (!isCurrent)
+    const FileChange change{target_, file_.get(), identity_, content_};
+    if (!change.isCurrent())
         return Outcome::Stale;
-    const CommitResult result = FileCommit::commit({target_, file_.get(), identity_, content_});
-    return result == CommitResult::Done ? Outcome::Saved : Outcome::Failed;
+    switch (FileCommit::commit(change)) {
+    case CommitResult::Done:
+        return Outcome::Saved;
+    case CommitResult::Stale:
+        return Outcome::Stale;
+    case CommitResult::Failed:
+    case CommitResult::Impossible:
+        break;
+    }
+    return Outcome::Failed;
 }
 
 TagLib::ByteVector SafeFileStream::readBlock(std::size_t length)

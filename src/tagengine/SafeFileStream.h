@@ -49,8 +49,11 @@ public:
     void truncate(TagLib::offset_t length) override;
 
 private:
-    void open(Mode mode);
+    bool open(int access);
+    bool openForReading();
     bool openForWriting();
+    bool recover();
+    void waitForClock();
     void replace(TagLib::offset_t start, std::size_t removed, const TagLib::ByteVector& data);
 
     QByteArray path_;   ///< as given: TagLib looks at its extension

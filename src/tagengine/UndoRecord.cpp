@@ -1,328 +1,336 @@
 #include "tagengine/UndoRecord.h"
 
-#include "platform/PathBytes.h"
-#include "tagengine/FileLock.h"
+#include "tagengine/RecordBytes.h"
+#include "tagengine/VolumeId.h"
 
 #include <QDataStream>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QIODevice>
 
 #include <algorithm>
 #include <cerrno>
-#include <memory>
 #include <utility>
+#include <vector>
 
-#include <xxhash.h>
-
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
 
-constexpr quint32 magic = 0x536f5675;
+using RecordBytes::blockSize;
+using RecordSlots::Head;
+
+constexpr std::uint32_t mark = 0x53527532;
+constexpr std::int64_t headSize = sizeof(Head);
 constexpr std::int64_t lengthSize = sizeof(quint32);
-constexpr std::int64_t checksumSize = sizeof(XXH64_hash_t);
-constexpr std::int64_t blockSize = 1 << 20;
 constexpr std::int64_t longestHeader = 1 << 20;
+constexpr std::int64_t reach = 4096; // how far around a range is looked whether all is as it was
 
-QString recordFolder()
-{
-    const QString state = qEnvironmentVariable("XDG_STATE_HOME");
-    const QString base = QDir::isAbsolutePath(state) ? state : QDir::homePath() + QStringLiteral("/.local/state");
-    return base + QStringLiteral("/sonvika/undo");
-}
-
-QByteArray recordPathFor(const FileIdentity& identity)
-{
-    const QString name = QStringLiteral("/%1-%2.undo").arg(identity.device, 0, 16).arg(identity.inode, 0, 16);
-    return PathBytes::encode(recordFolder() + name);
-}
-
-/// A running checksum over what passes through it.
-class Checksum {
-public:
-    Checksum() { XXH3_64bits_reset(state_.get()); }
-    void add(const char* bytes, std::int64_t length)
-    {
-        XXH3_64bits_update(state_.get(), bytes, static_cast<std::size_t>(length));
-    }
-    XXH64_hash_t value() const { return XXH3_64bits_digest(state_.get()); }
-
-private:
-    std::unique_ptr<XXH3_state_t, decltype(&XXH3_freeState)> state_{XXH3_createState(), &XXH3_freeState};
+struct Stretch {
+    std::int64_t begin;
+    std::int64_t end;
 };
 
-/// Calls @p use with the bytes of a range, block by block. @return false when one can't be read or used.
-template <class Use>
-bool forEachBlock(int file, std::int64_t offset, std::int64_t length, Use use)
+/// What lies around the ranges, a little way, and the end of the file.
+std::vector<Stretch> around(const std::vector<UndoRecord::Range>& ranges, std::int64_t oldSize)
 {
-    std::vector<char> block(static_cast<std::size_t>(std::min(length, blockSize)));
-    for (std::int64_t done = 0; done < length;) {
-        const std::int64_t wanted = std::min(length - done, blockSize);
-        if (PosixFile::readAt(file, offset + done, block.data(), static_cast<std::size_t>(wanted)) != wanted
-            || !use(offset + done, block.data(), wanted))
-            return false;
-        done += wanted;
+    std::vector<Stretch> found;
+    std::int64_t done = 0;
+    const auto addGap = [&](std::int64_t begin, std::int64_t end, bool isFirst) {
+        const std::int64_t middle = isFirst ? begin : std::min(begin + reach, end);
+        if (begin < middle)
+            found.push_back({begin, middle});
+        if (const std::int64_t last = std::max(end - reach, middle); last < end)
+            found.push_back({last, end});
+    };
+    for (const auto& range : ranges) {
+        addGap(done, range.offset, done == 0);
+        done = range.offset + range.oldLength;
     }
-    return true;
-}
-
-/// Writes a file from its start, in few calls, with the checksum of all of it at the end.
-class Appender {
-public:
-    explicit Appender(int descriptor) : descriptor_(descriptor) {}
-
-    bool append(const char* bytes, std::int64_t length)
-    {
-        checksum_.add(bytes, length);
-        waiting_.append(bytes, length);
-        return waiting_.size() < blockSize || flush();
-    }
-    bool finish()
-    {
-        const XXH64_hash_t sum = checksum_.value();
-        waiting_.append(reinterpret_cast<const char*>(&sum), checksumSize);
-        return flush();
-    }
-
-private:
-    bool flush()
-    {
-        const bool done = PosixFile::writeAt(descriptor_, position_, waiting_.constData(),
-                                             static_cast<std::size_t>(waiting_.size()));
-        position_ += waiting_.size();
-        waiting_.clear();
-        return done;
-    }
-
-    int descriptor_;
-    std::int64_t position_ = 0;
-    QByteArray waiting_;
-    Checksum checksum_;
-};
-
-/// A new record, locked, so that whoever finds it knows that its writer is alive.
-FileDescriptor openNew(const QByteArray& path)
-{
-    FileDescriptor record(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-    if (!record.isOpen() || !lockFile(record.get()))
-        return FileDescriptor();
-    // It may have been found empty, and removed, before it was locked.
-    const FileIdentity identity = FileIdentity::ofDescriptor(record.get());
-    const bool usable = identity.links > 0 && (identity.size == 0 || ::ftruncate(record.get(), 0) == 0);
-    return usable ? std::move(record) : FileDescriptor();
+    addGap(done, oldSize, false);
+    return found;
 }
 
 } // namespace
 
-std::optional<UndoRecord> UndoRecord::create(int file, const FileIdentity& identity, const QByteArray& path,
-                                             std::vector<Range> ranges, Durability durability)
+std::optional<UndoRecord> UndoRecord::create(const FileChange& change, std::vector<Range> ranges)
 {
-    UndoRecord record;
-    record.recordPath_ = recordPathFor(identity);
-    record.path_ = path;
-    record.identity_ = identity;
-    record.ranges_ = std::move(ranges);
-    record.oldBytesStart_ = lengthSize + record.header().size();
-    if (record.oldBytesStart_ > longestHeader)
+    auto slot = RecordSlots::take();
+    if (!slot)
         return std::nullopt;
-    record.record_ = openNew(record.recordPath_);
-    if (!record.record_.isOpen() && errno == ENOENT && QDir().mkpath(recordFolder()))
-        record.record_ = openNew(record.recordPath_);
-    if (!record.record_.isOpen())
+    UndoRecord record(*std::move(slot));
+    if (!record.describe(change, std::move(ranges)))
         return std::nullopt;
-    const bool written =
-        record.write(file) && (durability == Durability::AgainstKill || ::fsync(record.record_.get()) == 0);
-    if (!written) {
-        record.remove();
+    if (!record.write(change) || !record.slot_.sync()) {
+        const int error = errno;
+        record.slot_.clear();
+        errno = error;
         return std::nullopt;
     }
     return record;
 }
 
-bool UndoRecord::write(int file) const
+bool UndoRecord::describe(const FileChange& change, std::vector<Range> ranges)
 {
-    Appender record(record_.get());
+    path_ = change.path;
+    volume_ = VolumeId::of(change.descriptor);
+    oldSize_ = change.content.originalLength();
+    newSize_ = change.content.length();
+    ranges_ = std::move(ranges);
+    const auto found = surroundings(change.descriptor);
+    surroundings_ = found.value_or(0);
+    return found && std::all_of(ranges_.begin(), ranges_.end(), [&](const Range& range) {
+               return addParts(change.content, range);
+           });
+}
+
+/// @return false for a change that moves bytes from outside of the ranges, which the record would not have.
+bool UndoRecord::addParts(const PieceTable& content, const Range& range)
+{
+    bool isKept = true;
+    content.visit(range.offset, range.newLength, [&](std::int64_t position, const PieceTable::Piece& piece) {
+        const bool isOld = piece.isOriginal();
+        isKept = isKept && (!isOld || std::any_of(ranges_.begin(), ranges_.end(), [&](const Range& old) {
+                     return piece.offset >= old.offset && piece.offset + piece.length <= old.offset + old.oldLength;
+                 }));
+        parts_.push_back({position, piece.length, isOld, isOld ? piece.offset : newLength_});
+        newLength_ += isOld ? 0 : piece.length;
+    });
+    return isKept;
+}
+
+bool UndoRecord::write(const FileChange& change)
+{
+    RecordBytes::Appender record(slot_.descriptor(), headSize);
     const QByteArray start = header();
     const auto length = static_cast<quint32>(start.size());
-    record.append(reinterpret_cast<const char*>(&length), lengthSize);
-    record.append(start.constData(), start.size());
+    if (length > longestHeader || !record.append(reinterpret_cast<const char*>(&length), lengthSize)
+        || !record.append(start.constData(), length))
+        return false;
+    placeBytes(length);
     for (const auto& range : ranges_) {
-        if (!forEachBlock(file, range.offset, range.length, [&](std::int64_t, const char* bytes, std::int64_t count) {
-                return record.append(bytes, count);
-            }))
+        const auto append = [&](std::int64_t, const char* bytes, std::int64_t count) {
+            return record.append(bytes, count);
+        };
+        if (!RecordBytes::forEachBlock(change.descriptor, range.offset, range.oldLength, append))
             return false;
     }
-    return record.finish();
-}
-
-bool UndoRecord::recover(const QByteArray& path)
-{
-    const FileIdentity identity = FileIdentity::ofPath(path.constData());
-    return !exists(identity) || recoverBy(recordPathFor(identity), path);
-}
-
-bool UndoRecord::exists(const FileIdentity& identity)
-{
-    return identity.inode != 0 && ::access(recordPathFor(identity).constData(), F_OK) == 0;
-}
-
-void UndoRecord::recoverAll()
-{
-    const QFileInfoList records = QDir(recordFolder()).entryInfoList({QStringLiteral("*.undo")}, QDir::Files);
-    for (const auto& record : records)
-        recoverBy(PathBytes::encode(record.filePath()));
-}
-
-/// @param path that the file has now, where it is known: it may have been renamed since.
-bool UndoRecord::recoverBy(const QByteArray& recordPath, const QByteArray& path)
-{
-    UndoRecord record;
-    record.recordPath_ = recordPath;
-    record.record_ = FileDescriptor(::open(recordPath.constData(), O_RDWR | O_CLOEXEC));
-    if (!record.record_.isOpen())
-        return errno == ENOENT;
-    if (!lockFile(record.record_.get()))
-        return false;
-    // The change may have come to its end while the lock was waited for.
-    if (FileIdentity::ofDescriptor(record.record_.get()).links == 0)
-        return true;
-    switch (record.load()) {
-    case State::Unreadable:
-        return false;
-    case State::NotWhole:
-        return record.remove();
-    case State::Whole:
-        return record.recoverFile(path.isEmpty() ? record.path_ : path);
+    bool isWritten = true;
+    for (const auto& range : ranges_) {
+        change.content.visit(range.offset, range.newLength, [&](std::int64_t, const PieceTable::Piece& piece) {
+            isWritten = isWritten && (piece.isOriginal() || record.append(piece.data(), piece.length));
+        });
     }
-    return false;
+    const Head head{mark,
+                    1,
+                    RecordSlots::hashOf(path_),
+                    change.identity.device,
+                    change.identity.inode,
+                    static_cast<std::uint64_t>(record.length()),
+                    record.checksum()};
+    return isWritten && record.finish(reinterpret_cast<const char*>(&head), headSize);
 }
 
-bool UndoRecord::recoverFile(const QByteArray& path)
+void UndoRecord::placeBytes(std::int64_t headerLength)
 {
-    const FileDescriptor file(::open(path.constData(), O_RDWR | O_CLOEXEC));
-    if (!file.isOpen()) {
-        // A file that is gone needs no record; one whose folder is gone may be on a volume that comes back.
-        const QFileInfo info(PathBytes::decode(path));
-        const bool isGone = errno == ENOENT && info.dir().exists();
-        return isGone && remove();
-    }
-    const FileLock lock(file.get());
-    if (!lock.isHeld())
-        return false;
-    const bool isThatFile = identity_.isSameFile(FileIdentity::ofDescriptor(file.get()));
-    return (!isThatFile || rollBack(file.get())) && remove();
-}
-
-UndoRecord::State UndoRecord::load()
-{
-    quint32 length = 0;
-    std::int64_t count = PosixFile::readAt(record_.get(), 0, reinterpret_cast<char*>(&length), lengthSize);
-    if (count != lengthSize || length > longestHeader)
-        return count < 0 ? State::Unreadable : State::NotWhole;
-    QByteArray header(static_cast<qsizetype>(length), Qt::Uninitialized);
-    count = PosixFile::readAt(record_.get(), lengthSize, header.data(), length);
-    if (count != length || !parseHeader(header))
-        return count < 0 ? State::Unreadable : State::NotWhole;
-    oldBytesStart_ = lengthSize + length;
-    return check(oldBytesStart_ + oldLength());
-}
-
-UndoRecord::State UndoRecord::check(std::int64_t contentLength) const
-{
-    if (FileIdentity::ofDescriptor(record_.get()).size != contentLength + checksumSize)
-        return State::NotWhole;
-    Checksum checksum;
-    XXH64_hash_t stored = 0;
-    const bool isRead =
-        forEachBlock(record_.get(), 0, contentLength,
-                     [&](std::int64_t, const char* bytes, std::int64_t count) {
-                         checksum.add(bytes, count);
-                         return true;
-                     })
-        && PosixFile::readAt(record_.get(), contentLength, reinterpret_cast<char*>(&stored), checksumSize)
-               == checksumSize;
-    if (!isRead)
-        return State::Unreadable;
-    return stored == checksum.value() ? State::Whole : State::NotWhole;
+    oldBytesStart_ = headSize + lengthSize + headerLength;
+    newBytesStart_ = oldBytesStart_;
+    for (const auto& range : ranges_)
+        newBytesStart_ += range.oldLength;
 }
 
 QByteArray UndoRecord::header() const
 {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream << magic << path_ << quint64(identity_.device) << quint64(identity_.inode) << qint64(identity_.birth)
-           << qint64(identity_.size) << quint32(ranges_.size());
+    stream.setVersion(QDataStream::Qt_6_0);
+    stream << path_ << volume_ << qint64(oldSize_) << qint64(newSize_) << quint64(surroundings_)
+           << quint32(ranges_.size()) << quint32(parts_.size());
     for (const auto& range : ranges_)
-        stream << qint64(range.offset) << qint64(range.length);
+        stream << qint64(range.offset) << qint64(range.oldLength) << qint64(range.newLength);
+    for (const auto& part : parts_)
+        stream << qint64(part.position) << qint64(part.length) << part.isOld << qint64(part.offset);
     return bytes;
 }
 
 bool UndoRecord::parseHeader(const QByteArray& bytes)
 {
     QDataStream stream(bytes);
-    quint32 mark = 0;
-    quint32 count = 0;
-    quint64 device = 0;
-    quint64 inode = 0;
-    qint64 birth = 0;
-    qint64 size = 0;
-    stream >> mark >> path_ >> device >> inode >> birth >> size >> count;
-    for (quint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
-        qint64 offset = 0;
-        qint64 length = 0;
-        stream >> offset >> length;
-        ranges_.push_back({offset, length});
+    stream.setVersion(QDataStream::Qt_6_0);
+    qint64 oldSize = 0;
+    qint64 newSize = 0;
+    quint64 surroundings = 0;
+    quint32 ranges = 0;
+    quint32 parts = 0;
+    stream >> path_ >> volume_ >> oldSize >> newSize >> surroundings >> ranges >> parts;
+    oldSize_ = oldSize;
+    newSize_ = newSize;
+    surroundings_ = surroundings;
+    qint64 a = 0;
+    qint64 b = 0;
+    qint64 c = 0;
+    bool isOld = false;
+    for (; ranges > 0 && stream.status() == QDataStream::Ok; --ranges) {
+        stream >> a >> b >> c;
+        ranges_.push_back({a, b, c});
     }
-    identity_.device = device;
-    identity_.inode = inode;
-    identity_.birth = birth;
-    identity_.size = size;
-    return mark == magic && stream.status() == QDataStream::Ok
-           && std::all_of(ranges_.begin(), ranges_.end(),
-                          [](const Range& range) { return range.offset >= 0 && range.length >= 0; });
+    for (; parts > 0 && stream.status() == QDataStream::Ok; --parts) {
+        stream >> a >> b >> isOld >> c;
+        parts_.push_back({a, b, isOld, c});
+    }
+    return stream.status() == QDataStream::Ok;
 }
 
-std::int64_t UndoRecord::oldLength() const
+std::pair<UndoRecord, UndoRecord::State> UndoRecord::load(RecordSlots::Slot slot)
 {
-    std::int64_t length = 0;
-    for (const auto& range : ranges_)
-        length += range.length;
-    return length;
+    UndoRecord record(std::move(slot));
+    const State state = record.read();
+    return {std::move(record), state};
+}
+
+UndoRecord::State UndoRecord::read()
+{
+    struct {
+        Head head;
+        quint32 length;
+    } start{};
+    const int slot = slot_.descriptor();
+    const auto readAt = [&](std::int64_t offset, void* into, std::int64_t wanted) {
+        return PosixFile::readAt(slot, offset, static_cast<char*>(into), static_cast<std::size_t>(wanted));
+    };
+    if (const auto count = readAt(0, &start.head, headSize); count != headSize || start.head.mark != mark)
+        return count < 0 ? State::Unreadable : State::NotWhole;
+    RecordBytes::Checksum checksum;
+    const auto size = FileIdentity::ofDescriptor(slot).size;
+    if (start.head.length > static_cast<std::uint64_t>(std::max<std::int64_t>(size - headSize, 0)))
+        return State::NotWhole;
+    const auto add = [&](std::int64_t, const char* bytes, std::int64_t count) {
+        checksum.add(bytes, count);
+        return true;
+    };
+    if (!RecordBytes::forEachBlock(slot, headSize, static_cast<std::int64_t>(start.head.length), add)
+        || readAt(headSize, &start.length, lengthSize) < 0)
+        return State::Unreadable;
+    if (checksum.value() != start.head.checksum || start.length > longestHeader)
+        return State::NotWhole;
+    QByteArray bytes(static_cast<qsizetype>(start.length), Qt::Uninitialized);
+    if (readAt(headSize + lengthSize, bytes.data(), start.length) < 0)
+        return State::Unreadable;
+    placeBytes(start.length);
+    return parseHeader(bytes) ? (placeBytes(start.length), State::Whole) : State::NotWhole;
+}
+
+/// A checksum of what lies around the ranges. @return none when it can't be read.
+std::optional<std::uint64_t> UndoRecord::surroundings(int file) const
+{
+    RecordBytes::Checksum checksum;
+    const auto add = [&](std::int64_t, const char* bytes, std::int64_t count) {
+        checksum.add(bytes, count);
+        return true;
+    };
+    for (const auto& stretch : around(ranges_, oldSize_)) {
+        if (!RecordBytes::forEachBlock(file, stretch.begin, stretch.end - stretch.begin, add))
+            return std::nullopt;
+    }
+    return checksum.value();
+}
+
+UndoRecord::Finding UndoRecord::compare(int file) const
+{
+    const std::int64_t size = FileIdentity::ofDescriptor(file).size;
+    if (size < std::min(oldSize_, newSize_) || size > std::max(oldSize_, newSize_))
+        return Finding::Different;
+    const auto around = surroundings(file);
+    if (!around)
+        return Finding::Unreadable;
+    if (*around != surroundings_)
+        return Finding::Different;
+    Tally tally{size == oldSize_, size == newSize_};
+    for (const auto& range : ranges_) {
+        const std::int64_t end = std::min(range.offset + std::max(range.oldLength, range.newLength), size);
+        for (std::int64_t offset = range.offset; offset < end; offset += blockSize) {
+            const Finding found = compareBlock(file, range, offset, std::min(blockSize, end - offset), tally);
+            if (found != Finding::HalfDone)
+                return found;
+        }
+    }
+    return tally.isOld ? Finding::Old : (tally.isNew ? Finding::New : Finding::HalfDone);
+}
+
+/// @return HalfDone when each byte is an old or a new one.
+UndoRecord::Finding UndoRecord::compareBlock(int file, const Range& range, std::int64_t offset, std::int64_t length,
+                                             Tally& tally) const
+{
+    const auto within = [&](std::int64_t rangeLength) {
+        return std::clamp<std::int64_t>(range.offset + rangeLength - offset, 0, length);
+    };
+    const std::int64_t oldLength = within(range.oldLength);
+    const std::int64_t newLength = within(range.newLength);
+    std::vector<char> bytes(static_cast<std::size_t>(length));
+    // A file that grows may have its new length and no bytes there yet.
+    std::vector<char> old(bytes.size());
+    std::vector<char> fresh(bytes.size());
+    if (PosixFile::readAt(file, offset, bytes.data(), bytes.size()) != length
+        || !readOld(offset, old.data(), static_cast<std::size_t>(oldLength))
+        || !readNew(offset, fresh.data(), newLength))
+        return Finding::Unreadable;
+    tally.isOld = tally.isOld && bytes == old;
+    tally.isNew = tally.isNew && std::equal(bytes.begin(), bytes.begin() + newLength, fresh.begin());
+    for (std::int64_t i = 0; i < length; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        if (bytes[at] != old[at] && !(i < newLength && bytes[at] == fresh[at]))
+            return Finding::Different;
+    }
+    return Finding::HalfDone;
 }
 
 bool UndoRecord::readOld(std::int64_t offset, char* into, std::size_t length) const
 {
     std::int64_t start = oldBytesStart_;
     for (const auto& range : ranges_) {
-        if (offset >= range.offset && offset < range.offset + range.length)
-            return PosixFile::readAt(record_.get(), start + offset - range.offset, into, length)
+        if (offset >= range.offset && offset < range.offset + range.oldLength)
+            return PosixFile::readAt(slot_.descriptor(), start + offset - range.offset, into, length)
                    == static_cast<std::int64_t>(length);
-        start += range.length;
+        start += range.oldLength;
     }
-    return false;
+    return length == 0;
+}
+
+bool UndoRecord::readNew(std::int64_t position, char* into, std::int64_t length) const
+{
+    bool isRead = true;
+    for (const auto& part : parts_) {
+        const std::int64_t begin = std::max(position, part.position);
+        const std::int64_t count = std::min(position + length, part.position + part.length) - begin;
+        if (count <= 0)
+            continue;
+        const std::int64_t offset = part.offset + begin - part.position;
+        char* target = into + (begin - position);
+        const auto size = static_cast<std::size_t>(count);
+        isRead =
+            isRead
+            && (part.isOld ? readOld(offset, target, size)
+                           : PosixFile::readAt(slot_.descriptor(), newBytesStart_ + offset, target, size) == count);
+    }
+    return isRead;
 }
 
 bool UndoRecord::rollBack(int file) const
 {
+    return writeOld(file) && ::fsync(file) == 0 && PosixFile::flush(file);
+}
+
+bool UndoRecord::writeOld(int file) const
+{
     std::int64_t start = oldBytesStart_;
     for (const auto& range : ranges_) {
         const std::int64_t shift = range.offset - start;
-        const bool done = forEachBlock(
-            record_.get(), start, range.length, [&](std::int64_t offset, const char* bytes, std::int64_t count) {
-                return PosixFile::writeAt(file, offset + shift, bytes, static_cast<std::size_t>(count));
-            });
+        const bool done = RecordBytes::forEachBlock(slot_.descriptor(), start, range.oldLength,
+                                                    [&](std::int64_t offset, const char* bytes, std::int64_t count) {
+                                                        return PosixFile::writeAt(file, offset + shift, bytes,
+                                                                                  static_cast<std::size_t>(count));
+                                                    });
         if (!done)
             return false;
-        start += range.length;
+        start += range.oldLength;
     }
-    return FileIdentity::ofDescriptor(file).size == identity_.size || ::ftruncate(file, identity_.size) == 0;
-}
-
-bool UndoRecord::remove()
-{
-    // A record that can't be removed is made one that is not whole.
-    return ::unlink(recordPath_.constData()) == 0 || ::ftruncate(record_.get(), 0) == 0;
+    return FileIdentity::ofDescriptor(file).size == oldSize_ || ::ftruncate(file, oldSize_) == 0;
 }

@@ -47,7 +47,7 @@ int callWhole(long number, Arguments... arguments)
     if (callsLeft == 1 && fault.kind == Kind::Short)
         ++callsLeft;
     // No power is cut here, so what is to reach the disk need not.
-    const bool skip = armed && (number == SYS_fsync || number == SYS_fdatasync);
+    const bool skip = armed && (number == SYS_fsync || number == SYS_fdatasync || number == SYS_syncfs);
     return callPart(0, -1, [=](size_t) { return skip ? 0 : static_cast<int>(::syscall(number, arguments...)); });
 }
 
@@ -110,6 +110,16 @@ int fdatasync(int file)
 int rename(const char* from, const char* to) noexcept
 {
     return callWhole(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0);
+}
+
+int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned int flags) noexcept
+{
+    return callWhole(SYS_renameat2, fromFolder, from, toFolder, to, flags);
+}
+
+int syncfs(int file) noexcept
+{
+    return callWhole(SYS_syncfs, file);
 }
 
 int unlink(const char* path) noexcept

@@ -1,7 +1,7 @@
 #pragma once
 
 /// Makes calls that change files fail in this process. They are the test program's own, which come before libc's:
-/// write, pwrite, copy_file_range, ftruncate, fallocate, fsync, fdatasync, rename, unlink and fwrite.
+/// write, pwrite, copy_file_range, ftruncate, fallocate, fsync, fdatasync, syncfs, rename, renameat2, unlink and fwrite.
 namespace FaultInjection {
 
 enum class Kind {

@@ -2,6 +2,7 @@
 #include "support/FaultInjection.h"
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
+#include "tagengine/RecordSlots.h"
 #include "tagengine/TaglibWrapper.h"
 
 #include <cerrno>
@@ -133,7 +134,7 @@ public:
             return ending.saved ? u"damaged, said to be saved"_qs : u"damaged"_qs;
         if (QFile::exists(second_) && !fs::equivalent(file_.toStdString(), second_.toStdString()))
             return u"link broken"_qs;
-        if (!QDir(scratch_.path(u"state/sonvika/undo"_qs)).isEmpty(QDir::Files))
+        if (!RecordSlots::inForce().empty())
             return u"undo record left"_qs;
         if (hasTemporary()) {
             ScratchFolder::write(neighbour_, ScratchFolder::fixture(u"v24.mp3"_qs));

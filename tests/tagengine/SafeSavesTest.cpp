@@ -2,8 +2,12 @@
 #include "support/FaultInjection.h"
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
+#include "tagengine/InterruptedChange.h"
 #include "tagengine/OpenedFile.h"
+#include "tagengine/RecordSlots.h"
 #include "tagengine/TaglibWrapper.h"
+
+#include <QDataStream>
 
 #include <atomic>
 #include <filesystem>
@@ -16,6 +20,7 @@
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <taglib/tag.h>
+#include <xxhash.h>
 
 namespace {
 
@@ -197,10 +202,13 @@ private slots:
         QVERIFY(saved && waited);
     }
 
-    // What happens to the file or to the record of the change that was cut short, and whether the file comes back.
+    // What happens to the file or to the record of a change that was cut short, and what becomes of the file: it comes back,
+    // or it is left alone and told; at last whether it can be had beside what is there now.
     void takesBackWhatItsRecordIsFor_data()
     {
-        addRows({"nothing | back", "record cut | left", "file renamed | back", "file exchanged | left"});
+        addRows({"nothing | back", "record cut | left", "file renamed | back", "other inode | back", "grown | told",
+                 "shrunk | told", "same size | told", "tag written over | told", "replaced | told", "moved | told",
+                 "restored from a backup | left", "came to its end | left"});
     }
 
     void takesBackWhatItsRecordIsFor()
@@ -208,33 +216,79 @@ private slots:
         const auto [event, expected] = row<2>();
         QString path = roomyCopy(*scratch_, u"v24.mp3"_qs);
         const QByteArray before = ScratchFolder::contents(path);
-        QByteArray halfway = before;
-        for (int call = 1; halfway == before; ++call) {
-            TaglibWrapper::recoverInterruptedChanges();
-            QCOMPARE(inChildProcess([&] {
-                         FaultInjection::arm(call, {FaultInjection::Kind::KillHalfway});
-                         return int(saveTitle(path, longerTitle));
-                     }),
-                     -SIGKILL);
-            halfway = ScratchFolder::contents(path);
-        }
-        const QDir records(scratch_->path(u"state/sonvika/undo"_qs));
-        QCOMPARE(records.entryList(QDir::Files).size(), 1);
-        const QString record = records.filePath(records.entryList(QDir::Files).first());
+        const QByteArray halfway = cutShort(path);
+        const QString record = records().filePath(u"0.slot"_qs);
         const QString other = scratch_->path(u"renamed.mp3"_qs);
+        QByteArray now = halfway;
         if (event == u"record cut")
-            QVERIFY(QFile::resize(record, QFile(record).size() - 1));
-        else if (event != u"nothing")
+            QVERIFY(QFile::resize(record, 200));
+        else if (event == u"file renamed" || event == u"moved" || event == u"other inode")
             QVERIFY(QFile::rename(path, other));
         if (event == u"file renamed")
             path = other;
-        if (event == u"file exchanged") {
-            ScratchFolder::write(path, halfway);
-            TaglibWrapper::recoverInterruptedChanges();
-        }
+        else if (event == u"grown")
+            now = halfway.left(2000) + QByteArray(5000, 'x') + halfway.mid(2000);
+        else if (event == u"shrunk")
+            now.chop(500);
+        else if (event == u"same size")
+            now.replace(now.size() - 100, 50, QByteArray(50, 'x'));
+        else if (event == u"tag written over")
+            now.replace("Blue", "Grey").replace(15, 4, QByteArray(4, 'x'));
+        else if (event == u"replaced")
+            now = ScratchFolder::fixture(u"v23.mp3"_qs);
+        else if (event == u"restored from a backup")
+            now = before;
+        else if (event == u"came to its end")
+            now = ended_;
+        if (event != u"moved" && (event == u"other inode" || now != ScratchFolder::contents(path)))
+            ScratchFolder::write(path, now);
+
         TaglibWrapper::getMetadata(path);
-        QCOMPARE(ScratchFolder::contents(path), expected == u"back" ? before : halfway);
-        QVERIFY(records.isEmpty(QDir::Files));
+        const auto told = InterruptedChanges::recover();
+        QCOMPARE(told.size(), expected == u"told" ? 1 : 0);
+        QCOMPARE(RecordSlots::inForce().size(), std::size_t(expected == u"told" ? 1 : 0));
+        if (event != u"moved")
+            QCOMPARE(ScratchFolder::contents(path), expected == u"back" ? before : now);
+        if (expected != u"told")
+            return;
+        QCOMPARE(told.first().path, path);
+        QCOMPARE(told.first().reason == InterruptedChange::Reason::Missing, event == u"moved");
+        const auto copy = InterruptedChanges::restoreCopy(told.first().id);
+        QCOMPARE(copy.has_value(), event != u"moved");
+        if (event == u"same size") {
+            QCOMPARE(*copy, scratch_->path(u"v24 (restored).mp3"_qs));
+            QCOMPARE(ScratchFolder::contents(*copy).left(3000), before.left(3000));
+        }
+        QCOMPARE(InterruptedChanges::forget(told.first().id), event == u"moved");
+        QVERIFY(InterruptedChanges::recover().isEmpty());
+    }
+
+    // An earlier version kept no more than the old bytes.
+    void followsRecordsOfEarlierVersion_data() { addRows({"at once | back", "later | told", "grown | told"}); }
+
+    void followsRecordsOfEarlierVersion()
+    {
+        const auto [event, expected] = row<2>();
+        const QString path = roomyCopy(*scratch_, u"v24.mp3"_qs);
+        const QByteArray before = ScratchFolder::contents(path);
+        const auto identity = FileIdentity::ofPath(QFile::encodeName(path));
+        const QByteArray record = olderRecord(path, identity, before.mid(20, 30));
+        QVERIFY(QDir().mkpath(records().path()));
+        ScratchFolder::write(records().filePath(QString::number(identity.device, 16) + u'-'
+                                                + QString::number(identity.inode, 16) + u".undo"_qs),
+                             record);
+        QByteArray now = before;
+        now.replace(20, 15, QByteArray(15, 'x'));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        file.write(event == u"grown" ? now + "more" : now);
+        file.flush();
+        if (event == u"later")
+            file.setFileTime(QDateTime::currentDateTime().addSecs(5), QFile::FileModificationTime);
+        file.close();
+        now = ScratchFolder::contents(path);
+        QCOMPARE(InterruptedChanges::recover().size(), expected == u"told" ? 1 : 0);
+        QCOMPARE(ScratchFolder::contents(path), expected == u"back" ? before : now);
     }
 
     void savesWithoutStateFolder()
@@ -278,7 +332,44 @@ private slots:
     }
 
 private:
+    QDir records() const { return QDir(scratch_->path(u"state/sonvika/undo"_qs)); }
+
+    /// Kills a change of the file halfway. @return what the file holds then.
+    QByteArray cutShort(const QString& path)
+    {
+        const QByteArray before = ScratchFolder::contents(path);
+        saveTitle(path, longerTitle);
+        ended_ = ScratchFolder::contents(path);
+        ScratchFolder::write(path, before);
+        QByteArray halfway = before;
+        for (int call = 1; halfway == before || halfway == ended_; ++call) {
+            TaglibWrapper::recoverInterruptedChanges();
+            const int code = inChildProcess([&] {
+                FaultInjection::arm(call, {FaultInjection::Kind::KillHalfway});
+                return int(saveTitle(path, longerTitle));
+            });
+            if (code != -SIGKILL)
+                qFatal("There is no halfway");
+            halfway = ScratchFolder::contents(path);
+        }
+        return halfway;
+    }
+
+    static QByteArray olderRecord(const QString& path, const FileIdentity& identity, const QByteArray& old)
+    {
+        QByteArray header;
+        QDataStream stream(&header, QIODevice::WriteOnly);
+        stream << quint32(0x536f5675) << QFile::encodeName(path) << quint64(identity.device)
+               << quint64(identity.inode) << qint64(identity.birth) << qint64(identity.size) << quint32(1)
+               << qint64(20) << qint64(old.size());
+        const auto length = quint32(header.size());
+        const QByteArray content = QByteArray(reinterpret_cast<const char*>(&length), 4) + header + old;
+        const auto sum = XXH3_64bits(content.constData(), std::size_t(content.size()));
+        return content + QByteArray(reinterpret_cast<const char*>(&sum), 8);
+    }
+
     std::optional<ScratchFolder> scratch_;
+    QByteArray ended_; ///< what the file that was cut short was to become
 };
 
 QTEST_GUILESS_MAIN(SafeSavesTest)
