@@ -123,11 +123,11 @@ public:
         const char* path = change.path.constData();
         if (::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, path, RENAME_EXCHANGE) != 0)
             return replacePlainly(change);
-        // Both are there now: what was replaced is looked at once more before it goes.
-        if (!change.identity.isUnchanged(FileIdentity::ofPath(path_.c_str())))
-            return giveBack(path) ? Placing::Stale : Placing::Unsettled;
         if (!PosixFile::syncFolder(change.folder()))
             return giveBack(path) ? Placing::Impossible : Placing::Unsettled;
+        // Both are there now: what was replaced is looked at once more before it goes.
+        if (!change.identity.isUnchanged(FileIdentity::ofPath(path_.c_str())))
+            return giveBack(path) && PosixFile::syncFolder(change.folder()) ? Placing::Stale : Placing::Unsettled;
         ::unlink(path_.c_str());
         descriptor_.close();
         return Placing::Done;
