@@ -1,9 +1,7 @@
-#include "support/ChildProcess.h"
 #include "support/FaultInjection.h"
 #include "support/Rows.h"
-#include "support/ScratchFolder.h"
 #include "tagengine/RecordSlots.h"
-#include "tagengine/TaglibWrapper.h"
+#include "tagengine/WritingOperations.h"
 
 #include <cerrno>
 #include <csignal>
@@ -16,7 +14,9 @@ namespace {
 namespace fs = std::filesystem;
 using FaultInjection::Fault;
 using FaultInjection::Kind;
-using Operation = std::function<bool(const QString& path)>;
+using WritingOperations::growth;
+using WritingOperations::NamedOperation;
+using WritingOperations::Operation;
 
 const QMap<QString, Fault> faults{{u"full disk"_qs, {Kind::Error, ENOSPC}},
                                   {u"disk error"_qs, {Kind::Error, EIO}},
@@ -26,45 +26,6 @@ const QMap<QString, Fault> faults{{u"full disk"_qs, {Kind::Error, ENOSPC}},
                                   {u"short"_qs, {Kind::Short}},
                                   {u"kill"_qs, {Kind::Kill}},
                                   {u"kill halfway"_qs, {Kind::KillHalfway}}};
-
-Operation text(const QString& key, const QString& value)
-{
-    return [=](const QString& path) { return TaglibWrapper::setMetadata(path, {{key, value}}); };
-}
-
-Operation picture(qsizetype size)
-{
-    return
-        [=](const QString& path) { return TaglibWrapper::setImageData(QByteArray(size, 'p'), path, path.right(3)); };
-}
-
-bool comment(const QString& path)
-{
-    return TaglibWrapper::writeComment(path, u"Made for a few tests"_qs);
-}
-
-bool chapters(const QString& path)
-{
-    return TaglibWrapper::setChapters(path, {u"A@0"_qs, u"B@9"_qs});
-}
-
-struct NamedOperation {
-    const char* name;
-    Operation run;
-    Operation prepare;
-};
-
-const NamedOperation growth{"long comment", text(u"COMMENT"_qs, QString(6000, u'c')), {}};
-const std::vector<NamedOperation> operations{
-    {"title", text(u"TITLE"_qs, u"Blue Window and Red Door"_qs), {}},
-    growth,
-    {"add picture", picture(300'000), picture(0)},
-    {"remove picture", picture(0), picture(20'000)},
-    {"replace picture", picture(30'000), picture(20'000)},
-    {"remove unsupported", TaglibWrapper::removeUnsupportedTagsKeepingImage, picture(20'000)},
-    {"remove all", TaglibWrapper::removeAllTagsAndImages, {}},
-    {"comment", comment, {}},
-    {"chapters", chapters, {}}};
 
 /// TagLib alone.
 bool addCoverBare(const QString& path)
@@ -101,7 +62,7 @@ public:
     {
         qputenv("XDG_STATE_HOME", QFile::encodeName(scratch_.path(u"state"_qs)));
         QDir().mkpath(scratch_.path(u"album"_qs));
-        QFile::rename(prepare(fixture, operation), file_);
+        QFile::rename(WritingOperations::prepare(scratch_, fixture, operation), file_);
         before_ = ScratchFolder::contents(file_);
         saves_ = run(operation_, file_).saved;
         after_ = ScratchFolder::contents(file_);
@@ -147,24 +108,6 @@ private:
     bool hasTemporary() const
     {
         return !QDir(scratch_.path(u"album"_qs)).entryList({u".*"_qs}, QDir::Files | QDir::Hidden).isEmpty();
-    }
-
-    /// Makes the file. In front of a fixture's name, "roomy" asks for padding and "long" for more sound than is moved
-    /// at once.
-    QString prepare(const QString& fixture, const NamedOperation& operation) const
-    {
-        const QString path = scratch_.copy(fixture.section(u' ', -1));
-        if (fixture.startsWith(u"roomy"))
-            run(growth.run, path), run(comment, path);
-        if (operation.prepare)
-            run(operation.prepare, path);
-        if (fixture.startsWith(u"long")) {
-            const QByteArray bytes = ScratchFolder::contents(path);
-            // An MP4 atom; an MP3 reader passes over its head.
-            const QByteArray atom = QByteArray("\x00\x11\x00\x00mdat", 8) + bytes.right(997).repeated(1200);
-            ScratchFolder::write(path, bytes + atom.left(0x110000));
-        }
-        return path;
     }
 
     ScratchFolder scratch_;
@@ -231,7 +174,7 @@ private slots:
         const auto [fixture, placement, count] = row<3>();
         Tally tally;
         for (std::size_t i = 0; i < count.toUInt(); ++i)
-            tally.tryAll(fixture, placement, operations[i]);
+            tally.tryAll(fixture, placement, WritingOperations::all[i]);
         judge(tally);
     }
 
@@ -244,7 +187,7 @@ private slots:
     void strikeDuringRecovery()
     {
         const auto [fixture, index] = row<2>();
-        const Case example(fixture, u"linked"_qs, operations[index.toUInt()]);
+        const Case example(fixture, u"linked"_qs, WritingOperations::all[index.toUInt()]);
         const auto look = [](const QString& path) { return TaglibWrapper::getMetadata(path).has_value(); };
         Tally tally;
         for (const auto& fault : {Fault{Kind::KillHalfway}, Fault{Kind::ErrorFromNowOn, EIO}}) {
