@@ -445,6 +445,14 @@
         <source>The tag is built in a way that Sonvika can&apos;t change without damage</source>
         <translation>Das Tag ist so aufgebaut, dass Sonvika es nicht ohne Schaden ändern kann</translation>
     </message>
+    <message>
+        <source>A tag claims to be longer than it is, and sound may lie in what it claims</source>
+        <translation>Ein Tag gibt sich für länger aus, als es ist, und was es beansprucht, könnte Ton sein</translation>
+    </message>
+    <message>
+        <source>The file could not tell any more where its sound lies</source>
+        <translation>Die Datei könnte nicht mehr angeben, wo ihr Ton liegt</translation>
+    </message>
 </context>
 <context>
     <name>FileDialogs</name>

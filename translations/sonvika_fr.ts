@@ -445,6 +445,14 @@
         <source>The tag is built in a way that Sonvika can&apos;t change without damage</source>
         <translation>Le tag est construit d’une façon que Sonvika ne peut pas modifier sans dommage</translation>
     </message>
+    <message>
+        <source>A tag claims to be longer than it is, and sound may lie in what it claims</source>
+        <translation>Un tag se dit plus long qu’il n’est, et ce qu’il revendique pourrait être du son</translation>
+    </message>
+    <message>
+        <source>The file could not tell any more where its sound lies</source>
+        <translation>Le fichier ne pourrait plus indiquer où se trouve son son</translation>
+    </message>
 </context>
 <context>
     <name>FileDialogs</name>

@@ -18,6 +18,10 @@ inline constexpr auto damaged = QT_TRANSLATE_NOOP("FailureReason", "The structur
 inline constexpr auto notHeld = QT_TRANSLATE_NOOP("FailureReason", "The tags of this file can't hold that");
 inline constexpr auto unknownTag =
     QT_TRANSLATE_NOOP("FailureReason", "The tag is built in a way that Sonvika can't change without damage");
+inline constexpr auto untrueLength =
+    QT_TRANSLATE_NOOP("FailureReason", "A tag claims to be longer than it is, and sound may lie in what it claims");
+inline constexpr auto lostPlaces =
+    QT_TRANSLATE_NOOP("FailureReason", "The file could not tell any more where its sound lies");
 
 /// An operation begins.
 void clear();

@@ -12,7 +12,7 @@ namespace {
 using TagLib::ByteVector;
 namespace SynchData = TagLib::ID3v2::SynchData;
 
-constexpr unsigned int tagHeaderSize = 10;
+constexpr unsigned int tagHeaderSize = Id3v2Bytes::headerLength;
 constexpr unsigned int flagsAt = 5;
 constexpr unsigned int sizeAt = 6;
 constexpr unsigned int formatAt = 9;     // the second byte of a frame's flags

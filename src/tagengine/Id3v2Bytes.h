@@ -14,6 +14,8 @@
 /// place among the others.
 class Id3v2Bytes {
 public:
+    static constexpr unsigned int headerLength = 10; ///< of a tag, in bytes
+
     struct Frame {
         TagLib::ByteVector id;    ///< as stored: three letters in ID3v2.2
         TagLib::ByteVector bytes; ///< header and body, without the unsynchronisation of a whole tag
@@ -55,6 +57,8 @@ public:
     TagLib::ByteVector makeEmbeddedFrame(const TagLib::ByteVector& id, const TagLib::ByteVector& body) const;
     /// Whether nothing is in the tag.
     bool isEmpty() const { return frames_.empty() && rest_.isEmpty(); }
+    /// Whether what stands behind the frames is more than padding.
+    bool hasRest() const { return !rest_.isEmpty(); }
     /// Puts a frame where readers will find it.
     void add(Frame frame);
 

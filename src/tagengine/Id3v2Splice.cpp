@@ -3,11 +3,15 @@
 #include "tagengine/FailureReason.h"
 #include "tagengine/TagText.h"
 
+#include <algorithm>
+
 void Id3v2Splice::takeId3v2(const TagLib::ByteVector& tag)
 {
     if (tag.isEmpty())
         return;
-    tag_ = Id3v2Bytes::parse(tag);
+    const TagLib::ByteVector behind = tag.mid(Id3v2Bytes::lengthOf(tag.mid(0, Id3v2Bytes::headerLength)));
+    const bool isAll = std::all_of(behind.begin(), behind.end(), [](char c) { return c == 0; });
+    tag_ = isAll ? Id3v2Bytes::parse(tag) : std::nullopt;
     isUnknown_ = !tag_;
 }
 

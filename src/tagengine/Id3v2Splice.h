@@ -17,10 +17,13 @@ protected:
     explicit Id3v2Splice(TagLib::IOStream& stream) : stream_(stream) {}
 
     TagLib::IOStream& stream() { return stream_; }
-    /// Takes the tag apart; empty bytes stand for a file without one. One that can't be changed refuses every change.
+    /// Takes the tag apart; empty bytes stand for a file without one. One that can't be changed refuses every change, and
+    /// so does one that is shorter than the bytes, where these are not all 0.
     void takeId3v2(const TagLib::ByteVector& tag);
     bool setId3v2Property(const QString& key, const QString& value);
     bool id3v2Changed() const { return isChanged_; }
+    /// Whether something stands behind the frames that is not padding. It stays.
+    bool keepsRest() const { return tag_ && tag_->hasRest(); }
     /// The tag as it is to be stored; empty bytes for none.
     /// @return none when it would be too long, which is noted.
     std::optional<TagLib::ByteVector> renderId3v2() const;

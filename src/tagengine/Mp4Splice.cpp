@@ -231,5 +231,5 @@ bool Mp4Splice::store()
     const ByteVector contents = items_->render();
     if (contents == stored_)
         return true;
-    return place_.store(contents) || refuse(FailureReason::notHeld);
+    return place_.store(contents) || refuse(FailureReason::lostPlaces);
 }

@@ -1,6 +1,7 @@
 #include "tagengine/MpegSplice.h"
 
 #include "tagengine/FailureReason.h"
+#include "tagengine/MpegSound.h"
 #include "tagengine/StreamPatch.h"
 #include "tagengine/TagText.h"
 
@@ -108,12 +109,25 @@ bool MpegSplice::store()
     const auto id3v2 = id3v2Changed() ? renderId3v2() : std::optional(id3v2Range_.bytes);
     if (!id3v2)
         return false;
+    const auto ape = !ape_ ? apeRange_.bytes : ape_->isEmpty() ? TagLib::ByteVector() : ape_->render();
+    const bool mayCutSound =
+        (*id3v2 != id3v2Range_.bytes && id3v2ReachesIntoSound())
+        || (ape != apeRange_.bytes && MpegSound::liesWithin(file_, apeRange_.begin, apeRange_.end()));
+    if (mayCutSound) {
+        FailureReason::note(FailureReason::untrueLength);
+        return false;
+    }
     // From the end, so that what comes before stays where it was.
     replace(id3v1Range_, id3v1_ ? id3v1_->bytes() : TagLib::ByteVector());
-    if (ape_)
-        replace(apeRange_, ape_->isEmpty() ? TagLib::ByteVector() : ape_->render());
+    replace(apeRange_, ape);
     replace(id3v2Range_, *id3v2);
     return true;
+}
+
+/// What is kept behind the frames may be a part of the first frame of sound, as some programs leave it.
+bool MpegSplice::id3v2ReachesIntoSound()
+{
+    return !id3v2Range_.bytes.isEmpty() && MpegSound::runsAcross(file_, id3v2Range_.end(), keepsRest() ? 2 : 1);
 }
 
 void MpegSplice::replace(const Range& old, const TagLib::ByteVector& bytes)

@@ -21,11 +21,13 @@ private:
     struct Range {
         TagLib::offset_t begin = 0;
         TagLib::ByteVector bytes;
+        TagLib::offset_t end() const { return begin + bytes.size(); }
     };
 
     /// False, and noted, for an APE tag that can't be taken apart.
     bool apeIsSound() const;
     void findId3v2();
+    bool id3v2ReachesIntoSound();
     Range read(TagLib::offset_t begin, std::size_t length);
     void replace(const Range& old, const TagLib::ByteVector& bytes);
     void takeOver(Id3v2Edit& edit) override;

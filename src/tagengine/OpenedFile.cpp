@@ -3,12 +3,15 @@
 #include "platform/PathBytes.h"
 #include "tagengine/EngineReads.h"
 #include "tagengine/FailureReason.h"
+#include "tagengine/Mp4Look.h"
 #include "tagengine/Mp4Offsets.h"
+#include "tagengine/RiffLook.h"
 #include "tagengine/TagSplice.h"
 #include "tagengine/TagText.h"
 
 #include <taglib/mp4file.h>
 #include <taglib/mpegfile.h>
+#include <taglib/rifffile.h>
 
 namespace {
 
@@ -125,6 +128,11 @@ SafeFileStream::Outcome OpenedFile::save()
     // An MP4 with a damaged structure may come out of a save as one that no longer opens.
     if (as<TagLib::MP4::File>() && !TagLib::MP4::File(&stream_, false).isValid())
         return refuse(FailureReason::damaged);
+    const char* reason = as<TagLib::MP4::File>()    ? Mp4Look::reasonAgainst(stream_)
+                         : as<TagLib::RIFF::File>() ? RiffLook::reasonAgainst(stream_)
+                                                    : nullptr;
+    if (reason)
+        return refuse(reason);
     return stream_.commit();
 }
 

@@ -80,3 +80,21 @@ bool PieceTable::appendToPiece(std::size_t index, const char* bytes, std::size_t
     piece.length += static_cast<std::int64_t>(size);
     return true;
 }
+
+PieceOrigins::PieceOrigins(const PieceTable& content)
+{
+    content.visit(0, content.length(), [&](std::int64_t position, const PieceTable::Piece& piece) {
+        starts_.push_back({position, piece.isOriginal() ? std::optional(piece.offset) : std::nullopt});
+    });
+    starts_.push_back({content.length(), content.originalLength()});
+}
+
+std::optional<std::int64_t> PieceOrigins::of(std::int64_t position) const
+{
+    const auto next = std::upper_bound(starts_.begin(), starts_.end(), position,
+                                       [](std::int64_t place, const Start& start) { return place < start.position; });
+    if (next == starts_.begin())
+        return std::nullopt;
+    const Start& start = *std::prev(next);
+    return start.origin ? std::optional(*start.origin + position - start.position) : std::nullopt;
+}

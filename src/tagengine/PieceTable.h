@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 /// The content that a file is to have, as a list of pieces: ranges of the file as it is, and new bytes.
@@ -42,6 +43,7 @@ public:
         }
     }
 
+    bool isChanged() const { return length_ != originalLength_ || unchangedPrefix() != length_; }
     /// Whether every byte that comes from the original stays where it was, and the length too.
     bool keepsPlaces() const;
     /// The length of the original's beginning that stays unchanged.
@@ -54,4 +56,21 @@ private:
     std::vector<Piece> pieces_;
     std::int64_t originalLength_;
     std::int64_t length_;
+};
+
+/// Tells where the bytes of a content come from, for as long as the content does not change.
+class PieceOrigins {
+public:
+    explicit PieceOrigins(const PieceTable& content);
+
+    /// The place in the original of the byte at that place; none for a new byte. What lies beyond the end comes from
+    /// beyond the original's.
+    std::optional<std::int64_t> of(std::int64_t position) const;
+
+private:
+    struct Start {
+        std::int64_t position = 0;
+        std::optional<std::int64_t> origin;
+    };
+    std::vector<Start> starts_; ///< of each piece, and the end
 };

@@ -10,16 +10,12 @@ bool RiffSplice::setProperty(const QString& key, const QString& value)
 {
     if (!setId3v2Property(key, value))
         return false;
-    if (kind_ == Kind::Wav)
-        chunks_.setInfo(key, value);
-    return true;
+    return kind_ != Kind::Wav || chunks_.setInfo(key, value);
 }
 
 bool RiffSplice::removeProperties()
 {
-    if (kind_ == Kind::Wav)
-        chunks_.clearInfo();
-    return Id3v2Splice::removeProperties();
+    return (kind_ != Kind::Wav || chunks_.clearInfo()) && Id3v2Splice::removeProperties();
 }
 
 bool RiffSplice::store()

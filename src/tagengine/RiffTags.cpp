@@ -1,5 +1,6 @@
 #include "tagengine/RiffTags.h"
 
+#include "tagengine/FailureReason.h"
 #include "tagengine/TagText.h"
 
 #include <algorithm>
@@ -29,6 +30,16 @@ ByteVector fieldAt(const ByteVector& list, unsigned int at)
     const std::uint64_t size = at + 4 < list.size() ? list.toUInt(at + 4, false) : 0;
     return list.mid(at,
                     static_cast<unsigned int>(std::min<std::uint64_t>(chunkHeader + size + (size & 1), list.size())));
+}
+
+/// Whether no field says that it is longer than what is left of the list.
+bool isWhole(const ByteVector& list)
+{
+    unsigned int at = 0;
+    while (at + chunkHeader <= list.size() && list.toUInt(at + 4, false) <= list.size() - at - chunkHeader)
+        at += fieldAt(list, at).size();
+    const ByteVector rest = list.mid(at);
+    return std::all_of(rest.begin(), rest.end(), [](char c) { return c == 0; });
 }
 
 ByteVector made(const char* id, const QString& value)
@@ -104,34 +115,39 @@ ByteVector RiffTags::info()
     return chunk < 0 ? ByteVector() : chunkData(static_cast<unsigned int>(chunk)).mid(4);
 }
 
-void RiffTags::storeInfo(const ByteVector& fields)
+bool RiffTags::storeInfo(const ByteVector& fields)
 {
     const int chunk = findChunk("LIST", "INFO");
     if (fields == info())
-        return;
+        return true;
+    if (!isWhole(info())) {
+        FailureReason::note(FailureReason::damaged);
+        return false;
+    }
     if (chunk < 0)
         setChunkData("LIST", ByteVector("INFO") + fields, true);
     else if (fields.isEmpty())
         removeChunk(static_cast<unsigned int>(chunk));
     else
         setChunkData(static_cast<unsigned int>(chunk), ByteVector("INFO") + fields);
+    return true;
 }
 
-void RiffTags::setInfo(const QString& key, const QString& value)
+bool RiffTags::setInfo(const QString& key, const QString& value)
 {
     const auto* field = std::find_if(infoFields.begin(), infoFields.end(),
                                      [&](const InfoField& known) { return key == QLatin1String(known.key); });
     if (field == infoFields.end())
-        return;
+        return true;
     const unsigned int number = TagText::leadingNumber(value);
     const QString text = !field->isNumber ? value : number == 0 ? QString() : QString::number(number);
-    storeInfo(replaced(info(), field->id, made(field->id, text)));
+    return storeInfo(replaced(info(), field->id, made(field->id, text)));
 }
 
-void RiffTags::clearInfo()
+bool RiffTags::clearInfo()
 {
     ByteVector fields = info();
     for (const auto& field : infoFields)
         fields = replaced(fields, field.id, {});
-    storeInfo(fields);
+    return storeInfo(fields);
 }

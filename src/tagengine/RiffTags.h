@@ -15,9 +15,11 @@ public:
     void setId3v2(const TagLib::ByteVector& tag);
 
     /// Sets a field of the INFO list of a WAV file. @param key as for ID3v1; other keys change nothing.
-    void setInfo(const QString& key, const QString& value);
+    /// @return false for a list that does not hold what it says.
+    bool setInfo(const QString& key, const QString& value);
     /// Removes the fields that the property interface knows, and the list when nothing is left.
-    void clearInfo();
+    /// @return as above.
+    bool clearInfo();
 
     TagLib::Tag* tag() const override { return nullptr; }
     TagLib::AudioProperties* audioProperties() const override { return nullptr; }
@@ -27,5 +29,5 @@ private:
     int findChunk(const char* name, const char* start = "");
     int id3v2Chunk();
     TagLib::ByteVector info();
-    void storeInfo(const TagLib::ByteVector& fields);
+    bool storeInfo(const TagLib::ByteVector& fields);
 };

@@ -12,6 +12,7 @@
 #include <taglib/tiostream.h>
 
 #include <optional>
+#include <utility>
 
 /// The file under TagLib. It is read through a cache; what TagLib changes is kept in memory and reaches the disk with
 /// `commit` alone, wholly or not at all.
@@ -32,6 +33,17 @@ public:
 
     /// Gives the file the content that the stream has. To be called once.
     Outcome commit();
+
+    const PieceTable& content() const { return content_; }
+    /// Calls a function while the stream shows the file as it is. @return what the function does.
+    template <class Function>
+    auto asItIs(Function function)
+    {
+        PieceTable changed = std::exchange(content_, PieceTable(content_.originalLength()));
+        auto result = function();
+        content_ = std::move(changed);
+        return result;
+    }
 
     /// Whether the content is such that TagLib must not be let at it; it was shown an empty file from there on.
     bool isRefused() const { return refused_; }
