@@ -135,14 +135,13 @@ QByteArray fullId3v1()
            + field("Old comment", 28) + '\0' + '\7' + '\21';
 }
 
-QByteArray apeTag()
+QByteArray apeTag(const QByteArray& title = "Old Title")
 {
     const auto little = [](quint32 number) { return bigEndian(qToBigEndian(qToLittleEndian(number)), 4); };
     const auto item = [&](const QByteArray& key, const QByteArray& value, quint32 flags) {
         return little(static_cast<quint32>(value.size())) + little(flags) + key + '\0' + value;
     };
-    const QByteArray items = item("Title", "Old Title", 0)
-                             + item("Cover Art (Front)", QByteArray("a.png\0\1\2", 8), 2)
+    const QByteArray items = item("Title", title, 0) + item("Cover Art (Front)", QByteArray("a.png\0\1\2", 8), 2)
                              + item("Album Artist", "Old", 0) + item("mp3gain_minmax", "120,200", 0);
     const QByteArray end = little(2000) + little(static_cast<quint32>(items.size()) + 32) + little(4);
     return "APETAGEX" + end + little(0xa0000000) + QByteArray(8, '\0') + items + "APETAGEX" + end + little(0x80000000)
@@ -163,6 +162,8 @@ QByteArray richFile(const QString& name)
     }
     if (name == u"ape.mp3")
         return RichTag(4).fill().whole() + sound() + apeTag() + fullId3v1();
+    if (name == u"in ape.mp3")
+        return sound() + apeTag(sound());
     if (name == u"broken.mp3") {
         RichTag tag(3);
         tag.text("TIT2", nullptr, "Old Title");
@@ -345,6 +346,32 @@ private slots:
             if (name == u"first free 4000.m4a")
                 QCOMPARE(ScratchFolder::contents(path_).size(), file.size());
         }
+    }
+
+    // Where a name stands in the file, and what is put how far behind it: a length or a place that is not true, or would not
+    // be after an edit.
+    void leavesWhatMayBeSound_data()
+    {
+        addRows({"4.mp3 | ID3 | 6 | 00001200", "in ape.mp3 | APETAGEX | 0 | 41", "info.wav | data | 4 | ffffffff",
+                 "info.wav | RIFF | 0 | 52463634", "info.wav | INAM | 4 | 00100000",
+                 "tagged.aiff | SSND | 4 | 00000004", "tagged.aiff | ID3 | 14 | 00000020",
+                 "first.m4a | stco | 12 | fffffff0", "first.m4a | stco | 12 | 00000200",
+                 "first.m4a | mvhd | 0 | 636d6f76",
+                 "first.m4a | mvhd | 0 | 64726566 00000000 00000001 0000000c 75726c20 00000000",
+                 "first.m4a | mvhd | 0 | 696c6f63 00000000 4400 0001 0001 0000 0001 00000700 00000001",
+                 "first.m4a | mvhd | 0 | 73696478 00000000 00000001 00000001 00000000 00000700 00000001 00000020"});
+    }
+    void leavesWhatMayBeSound()
+    {
+        const auto [name, mark, distance, hex] = row<4>();
+        path_ = scratch_.filePath(name);
+        QByteArray file = richFile(name);
+        const QByteArray bytes = QByteArray::fromHex(hex.toLatin1());
+        file.replace(file.indexOf(mark.toLatin1()) + distance.toInt(), bytes.size(), bytes);
+        ScratchFolder::write(path_, file);
+        QVERIFY(!apply(u"ALBUM=%1"_qs.arg(QString(3000, u'n'))));
+        QVERIFY(!TaglibWrapper::failureReason().isEmpty());
+        QCOMPARE(ScratchFolder::contents(path_), file);
     }
 
     // A file of older tags alone, an edit, whether it needs ID3v2; that then holds the rest as well.
