@@ -15,6 +15,8 @@ void PieceTable::replace(std::int64_t start, std::int64_t removed, const char* b
         replace(length_, 0, gap.data(), gap.size());
     }
     removed = std::clamp<std::int64_t>(removed, 0, length_ - start);
+    if (start <= last_.position)
+        last_ = {};
     const std::size_t first = splitAt(start);
     const std::size_t last = splitAt(start + removed);
     const auto begin = pieces_.begin();
@@ -51,8 +53,8 @@ std::int64_t PieceTable::unchangedPrefix() const
 /// @return the index of the piece that begins at the position, after cutting one in two where needed.
 std::size_t PieceTable::splitAt(std::int64_t position)
 {
-    std::int64_t begin = 0;
-    for (std::size_t i = 0; i < pieces_.size(); ++i) {
+    auto [i, begin] = startBefore(position);
+    for (; i < pieces_.size(); ++i) {
         if (begin == position)
             return i;
         const std::int64_t head = position - begin;

@@ -33,13 +33,15 @@ public:
     template <class Visit>
     void visit(std::int64_t start, std::int64_t length, Visit visit) const
     {
-        std::int64_t position = 0;
-        for (const auto& piece : pieces_) {
-            const std::int64_t from = std::max(start, position);
-            const std::int64_t to = std::min(start + length, position + piece.length);
+        Start at = startBefore(start);
+        for (; at.index < pieces_.size() && at.position < start + length; at.position += pieces_[at.index++].length) {
+            const Piece& piece = pieces_[at.index];
+            const std::int64_t from = std::max(start, at.position);
+            const std::int64_t to = std::min(start + length, at.position + piece.length);
+            if (at.position <= start)
+                last_ = at;
             if (from < to)
-                visit(from, Piece{piece.bytes, piece.offset + from - position, to - from});
-            position += piece.length;
+                visit(from, Piece{piece.bytes, piece.offset + from - at.position, to - from});
         }
     }
 
@@ -50,12 +52,21 @@ public:
     std::int64_t unchangedPrefix() const;
 
 private:
+    /// Where a piece begins in the content.
+    struct Start {
+        std::size_t index = 0;
+        std::int64_t position = 0;
+    };
+
+    /// A piece from which the one at that place can be looked for.
+    Start startBefore(std::int64_t position) const { return last_.position <= position ? last_ : Start(); }
     std::size_t splitAt(std::int64_t position);
     bool appendToPiece(std::size_t index, const char* bytes, std::size_t size);
 
     std::vector<Piece> pieces_;
     std::int64_t originalLength_;
     std::int64_t length_;
+    mutable Start last_; ///< looked at: a content of many pieces is mostly gone through in their order
 };
 
 /// Tells where the bytes of a content come from, for as long as the content does not change.
