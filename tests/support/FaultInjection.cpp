@@ -32,10 +32,10 @@ auto callPart(size_t size, std::invoke_result_t<Work, size_t> failure, Work work
     struck = true;
     if (fault.kind == Kind::Short)
         return work((size + 1) / 2);
-    if (fault.kind == Kind::KillHalfway)
+    if (fault.kind == Kind::KillHalfway) {
         work((size + 1) / 2);
-    if (fault.kind == Kind::Kill || fault.kind == Kind::KillHalfway)
         ::kill(::getpid(), SIGKILL);
+    }
     errno = fault.error;
     return failure;
 }

@@ -8,7 +8,6 @@ enum class Kind {
     Error,          ///< the call does nothing and fails
     ErrorFromNowOn, ///< and so do all later ones
     Short,          ///< the call does half of its work and says so
-    Kill,           ///< the process is killed before the call
     KillHalfway     ///< the process is killed when half of the work is done
 };
 

@@ -58,7 +58,13 @@ const AfterCrash::Outcome& AfterCrash::lookAt(const Disk& disk, const QByteArray
 /// What is wrong with a disk, which is laid out, after recovery.
 QString AfterCrash::troubleOn(const Disk& disk, const QByteArray& torn)
 {
-    const QByteArray key = disk.fingerprint();
+    // What is in a temporary file makes no difference from here on.
+    Disk alike = disk;
+    for (const auto& path : disk.paths()) {
+        if (path.endsWith(".tmp"))
+            alike.applyWhole({Call::Kind::Resize, {}, disk.idOf(path)});
+    }
+    const QByteArray key = alike.fingerprint();
     if (troubles_.contains(key))
         return troubles_[key];
     QString& trouble = troubles_[key];
