@@ -122,10 +122,11 @@ CrashExample::CrashExample(const QString& fixture, const QString& placement, con
     song_ = album_ + "/song." + fixture.right(3).toLatin1();
     QFile::rename(made, QFile::decodeName(song_));
     qputenv("XDG_STATE_HOME", root_ + "/state");
-    const auto title = WritingOperations::text(u"TITLE"_qs, u"Another one"_qs);
+    const auto title = WritingOperations::text(u"TITLE"_qs, u"Grey Window and Red Floor"_qs);
     if (stage == u"later") {
         const QString other = scratch_.copy(u"v24.mp3"_qs);
-        inChildProcess([&] { return WritingOperations::growth.run(other), title(other), 0; });
+        inChildProcess(
+            [&] { return WritingOperations::growth.run(other), WritingOperations::comment(other), title(other), 0; });
     }
     if (placement == u"linked") {
         second_ = album_ + "/second";
