@@ -157,7 +157,8 @@ CrashTally CrashExample::tryCuts(const std::function<bool(qsizetype)>& isLeftOut
         return tally;
     }
     judged_.clear();
-    cutRecoveries_.clear();
+    recoveries_.clear();
+    random_.seed(seed);
     syncLeftOutOfRecovery_ = syncLeftOutOfRecovery;
     const CrashStates states(before_, isLeftOut ? without(calls_, isLeftOut) : calls_, seed);
     tryCutsOf(states, scope_.statesPerCut, [&](const Disk& disk, Model model, qsizetype cut) {
@@ -252,8 +253,8 @@ void CrashExample::judge(const Disk& disk, const Demand& demand, Model model, co
 void CrashExample::tryRecovery(const Disk& disk, const Demand& demand, CrashTally& tally)
 {
     const QByteArray key = disk.fingerprint() + demand.key;
-    const bool isChosen = qHash(key, seed) % size_t(scope_.recoveriesOutOf) == 0;
-    if (!isChosen || !after_->lookAt(disk, torn()).isChanged || !cutRecoveries_.insert(key).second)
+    if (!after_->lookAt(disk, torn()).isChanged || !recoveries_.insert(key).second
+        || random_.bounded(scope_.recoveriesOutOf) != 0)
         return;
     const auto recovery = after_->recovery(disk);
     const auto syncs = syncsIn(recovery.before, recovery.calls);

@@ -84,6 +84,7 @@ private:
     std::optional<AfterCrash> after_;
     QString syncLeftOutOfRecovery_;
     std::set<std::pair<Model, QByteArray>> judged_; ///< by disk and demand
-    std::set<QByteArray> cutRecoveries_;
+    std::set<QByteArray> recoveries_;               ///< that change something, alike
+    QRandomGenerator random_;
     std::set<QString> recoverySyncs_;
 };
