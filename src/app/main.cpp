@@ -14,6 +14,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <csignal>
 #include <functional>
 #include <iterator>
 #include <utility>
@@ -154,6 +155,8 @@ int main(int argc, char* argv[])
 {
     SessionBus::abandonUnlessItAnswers();
     StandardStreams::occupy();
+    // A write beyond a limit then fails, and is told like any other failure.
+    std::signal(SIGXFSZ, SIG_IGN);
     const QApplication application(argc, argv);
     // Those of Qt itself are gone by now.
     QStringList arguments;

@@ -54,6 +54,8 @@ int main(int argc, char* argv[])
     StandardStreams::occupy();
     silenceDiagnostics();
     std::signal(SIGPIPE, SIG_IGN);
+    // A write beyond a limit then fails, and is told like any other failure.
+    std::signal(SIGXFSZ, SIG_IGN);
     QStringList arguments;
     std::transform(argv + std::min(argc, 1), argv + argc, std::back_inserter(arguments), PathBytes::decode);
     const QCoreApplication application(argc, argv);
