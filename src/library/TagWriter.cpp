@@ -4,8 +4,6 @@
 #include "platform/FileSystem.h"
 #include "tagengine/TaglibWrapper.h"
 
-#include <cerrno>
-
 TagWriter::TagWriter(Notifier& notifier) : notifier_(notifier) {}
 
 bool TagWriter::writeTags(AudioFile& record, const PropertyMap& changes)
@@ -21,13 +19,11 @@ bool TagWriter::writeTags(AudioFile& record, const PropertyMap& changes)
 
 bool TagWriter::write(const QString& path, const PropertyMap& changes)
 {
-    if (!FileSystem::isWritableFile(path) && !FileSystem::setPosixPermissions(path, repairedMode)) {
-        const QString reason = qt_error_string(errno);
-        Messages::post(notifier_, {path, Messages::fileNotWritable(), reason});
-        return false;
-    }
     if (TaglibWrapper::setMetadata(path, changes))
         return true;
-    Messages::post(notifier_, {path, Messages::unableToUpdateTags(path), TaglibWrapper::failureReason()});
+    // The engine makes it writable where it can.
+    const QString message =
+        FileSystem::isWritableFile(path) ? Messages::unableToUpdateTags(path) : Messages::fileNotWritable();
+    Messages::post(notifier_, {path, message, TaglibWrapper::failureReason()});
     return false;
 }

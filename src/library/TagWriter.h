@@ -7,14 +7,11 @@ class Notifier;
 /// Writes changed tags into one file and tells the user when it can't.
 class TagWriter {
 public:
-    /// The permission bits given to a file that can't be written: owner read and write, others read.
-    static constexpr unsigned int repairedMode = 0644;
-
     explicit TagWriter(Notifier& notifier);
 
-    /// Writes the keys of @p changes (an empty value clears) into the record's file. A file that is not writable is
-    /// made so first, if its owner is the user; that change of permissions stays. The record takes over what the
-    /// file has then, written or not: a container may hold less than was asked for, as a year without its day.
+    /// Writes the keys of @p changes (an empty value clears) into the record's file. The record
+    /// takes over what the file has then, written or not: a container may hold less than was asked for, as a year
+    /// without its day.
     /// @return true when the file was written.
     bool writeTags(AudioFile& record, const PropertyMap& changes);
 

@@ -185,9 +185,19 @@ bool isWritableFile(const QString& path)
     return ::access(PathBytes::encode(path).constData(), W_OK) == 0;
 }
 
-bool setPosixPermissions(const QString& path, unsigned int mode)
+bool giveOwnerAccess(const QByteArray& path)
 {
-    return ::chmod(PathBytes::encode(path).constData(), mode) == 0;
+    constexpr mode_t access = S_IRUSR | S_IWUSR;
+    constexpr mode_t permissions = 07777;
+    // One file is looked at and changed, whatever comes into its place meanwhile.
+    const int file = ::open(path.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC);
+    const QByteArray opened = "/proc/self/fd/" + QByteArray::number(file);
+    struct stat found {};
+    const bool isAdded = ::fstat(file, &found) == 0 && S_ISREG(found.st_mode) && (found.st_mode & access) != access
+                         && ::chmod(opened.constData(), (found.st_mode & permissions) | access) == 0;
+    if (file >= 0)
+        ::close(file);
+    return isAdded;
 }
 
 QString asFileName(QString text)

@@ -41,8 +41,11 @@ bool isSameEntry(const QString& path, const QString& otherPath);
 /// Throws std::system_error when it can't be done; then nothing was moved.
 void moveItem(const QString& from, const QString& to);
 
-/// Sets the permission bits (for example 0644). @return false when they could not be set.
-bool setPosixPermissions(const QString& path, unsigned int mode);
+/// Lets the owner read and write a file that the user owns, by the two permission bits that say so: nobody else gets a
+/// right, and every other bit stays.
+/// @param path links in front of its last part are followed.
+/// @return whether a bit was added; false as well where the owner has both.
+bool giveOwnerAccess(const QByteArray& path);
 
 /// A text as the beginning of a file name that is shown and read as it is: "/" and a "." in front, which hides files,
 /// become "_", line breaks and other controls spaces, of which none is left at the ends, and what is too long for file

@@ -24,6 +24,18 @@ QByteArray resolved(const QByteArray& path)
     return real.isEmpty() ? path : real;
 }
 
+/// Opens a file; for writing, by new permissions if it takes these and the user may give them.
+FileDescriptor openWith(int access, const QByteArray& path)
+{
+    const auto open = [&] { return FileDescriptor(::open(path.constData(), access | O_CLOEXEC | O_NONBLOCK)); };
+    FileDescriptor file = open();
+    if (file.isOpen() || errno != EACCES || access == O_RDONLY)
+        return file;
+    const bool isMended = FileSystem::giveOwnerAccess(path);
+    errno = EACCES;
+    return isMended ? open() : std::move(file);
+}
+
 } // namespace
 
 SafeFileStream::SafeFileStream(QByteArray path, Mode mode)
@@ -45,7 +57,7 @@ SafeFileStream::SafeFileStream(QByteArray path, Mode mode)
 
 bool SafeFileStream::open(int access)
 {
-    file_ = FileDescriptor(::open(target_.constData(), access | O_CLOEXEC | O_NONBLOCK));
+    file_ = openWith(access, target_);
     if (!file_.isOpen())
         FailureReason::note(errno);
     else

@@ -28,7 +28,8 @@ public:
     /// Opens the file after bringing it back from a change that did not come to its end, if there is one. For
     /// writing, it is locked against our other programs until the stream is gone.
     /// @param path in the file system's own encoding; links are followed. A file that can't be opened gives a stream
-    /// that is not open, as does one that is no regular file; one that can't be written a stream that is read-only.
+    /// that is not open, as does one that is no regular file; one that can't be written a stream that is read-only. For
+    /// writing, the user's own file is made readable and writable for its owner, which it stays.
     SafeFileStream(QByteArray path, Mode mode);
 
     /// Gives the file the content that the stream has. To be called once.

@@ -17,9 +17,9 @@
 /// (ID3v2 and INFO) and AIFF are served.
 ///
 /// Readers return none on failure. Writers return whether the file was saved; a save that fails or is interrupted at
-/// any moment leaves the file as it was. Diagnostics are single lines on
-/// standard output (standard error for detectStreamType) and never reach the user. Operations may run on any thread,
-/// but never two at once on the same file.
+/// any moment leaves the file as it was, but that the owner may read and write it: what the permissions of the user's
+/// own file lack for that is added to them first. Diagnostics are single lines on standard output (standard error for
+/// detectStreamType) and never reach the user. Operations may run on any thread, but never two at once on the same file.
 class TaglibWrapper {
 public:
     TaglibWrapper() = delete;

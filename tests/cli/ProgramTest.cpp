@@ -152,6 +152,13 @@ private slots:
             "cp a.mp3 z.mp3;cli set --tag TITLE=x z.mp3 gone >&- 2>&-;cli show z.mp3|grep Title | 0 | Title x",
             "cli set --tag COMMENT=$(head -c 120000 /dev/zero|tr '\\0' x) *.m??;cli show --json *.m??|head "
             "-c1;s=${PIPESTATUS[0]};echo;echo $s | 0 | [;1",
+            "cli art set --image cover.png a.mp3;for c in 'set --tag TITLE=x' number strip-unsupported strip-all "
+            "'art "
+            "remove' 'art set --image cover.jpg' 'chapters set';do for m in 444 400 440 404 4411;do cp -f a.mp3 "
+            "m.mp3;"
+            "chmod $m m.mp3;cli $c m.mp3;stat -c %a m.mp3;done|paste -sd,;done|uniq -c | 0 | 7 644,600,640,604,4611",
+            "cp a.mp3 n;(ulimit -f 8;cli set --tag COMMENT=$(head -c 99999 /dev/zero|tr '\\0' x) a.mp3);echo $?;cmp "
+            "a.mp3 n&&find . -name '.sonvika*' -o -name '*.undo' | 0 | 1 | a.mp3: File too large",
             "script -qec 'NO_COLOR=1 sonvika-cli show a.mp3' /dev/null|grep -c $'\\e';script -qec 'TERM=xterm "
             "sonvika-cli show a.mp3' /dev/null|head -1|cut -c2-4 | 0 | 0;[1m",
         });
