@@ -783,6 +783,29 @@
     </message>
 </context>
 <context>
+    <name>NameRules</name>
+    <message>
+        <source>The name leads out of the folder</source>
+        <translation>Der Name führt aus dem Ordner hinaus</translation>
+    </message>
+    <message>
+        <source>A tag brings a line break into the name</source>
+        <translation>Ein Tag bringt einen Zeilenumbruch in den Namen</translation>
+    </message>
+    <message>
+        <source>Begins with a dot, which hides it</source>
+        <translation>Beginnt mit einem Punkt, der sie versteckt</translation>
+    </message>
+    <message>
+        <source>Goes into the folder &quot;%1&quot;; a dot in front hides it</source>
+        <translation>Geht in den Ordner „%1“; ein Punkt am Anfang versteckt sie</translation>
+    </message>
+    <message>
+        <source>Goes into the folder &quot;%1&quot;</source>
+        <translation>Geht in den Ordner „%1“</translation>
+    </message>
+</context>
+<context>
     <name>OpenPanelManager</name>
     <message>
         <source>Access was not granted</source>

@@ -783,6 +783,29 @@
     </message>
 </context>
 <context>
+    <name>NameRules</name>
+    <message>
+        <source>The name leads out of the folder</source>
+        <translation>Le nom mène hors du dossier</translation>
+    </message>
+    <message>
+        <source>A tag brings a line break into the name</source>
+        <translation>Une étiquette apporte un saut de ligne dans le nom</translation>
+    </message>
+    <message>
+        <source>Begins with a dot, which hides it</source>
+        <translation>Commence par un point, qui le masque</translation>
+    </message>
+    <message>
+        <source>Goes into the folder &quot;%1&quot;; a dot in front hides it</source>
+        <translation>Va dans le dossier «&#xa0;%1&#xa0;»&#xa0;; un point au début le masque</translation>
+    </message>
+    <message>
+        <source>Goes into the folder &quot;%1&quot;</source>
+        <translation>Va dans le dossier «&#xa0;%1&#xa0;»</translation>
+    </message>
+</context>
+<context>
     <name>OpenPanelManager</name>
     <message>
         <source>Access was not granted</source>

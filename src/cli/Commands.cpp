@@ -44,9 +44,16 @@ public:
     QString requestAccess(const QString&) override { throw std::system_error(EACCES, std::generic_category()); }
 };
 
-QByteArray lineOf(const QString& text)
+QByteArray printable(const QString& text)
 {
-    return PathBytes::encode(Printable::line(text)) + '\n';
+    return PathBytes::encode(Printable::line(text));
+}
+
+/// The remark is set off by a tab, which no printable name has.
+QByteArray plannedLine(const QString& path, const QString& newPath, const QString& remark)
+{
+    const QByteArray names = printable(path + QStringLiteral(" -> ") + newPath);
+    return names + (remark.isEmpty() ? QByteArray() : '\t' + printable(remark)) + '\n';
 }
 
 } // namespace
@@ -127,7 +134,7 @@ void Commands::showType(const QString& path)
 {
     const auto type = line_.content ? TaglibWrapper::detectStreamType(path) : TaglibWrapper::detectFileType(path);
     if (type)
-        output_.write(lineOf(path + QStringLiteral(": ") + *type));
+        output_.write(printable(path + QStringLiteral(": ") + *type) + '\n');
     else
         errors_.report(path, TaglibWrapper::failureReason());
 }
@@ -184,10 +191,11 @@ void Commands::rename(ArrayController& list)
     for (std::size_t at = 0; at < records.size(); ++at) {
         const auto& entry = plan.entries()[at];
         const QString& path = records[at]->path;
+        const QString newPath = FileRenamer::folderOf(*records[at]) + entry.newName;
         if (!entry.objection.isEmpty())
             errors_.report(path, entry.objection);
         else
-            output_.write(lineOf(path + QStringLiteral(" -> ") + FileRenamer::newPath(*records[at], entry.newName)));
+            output_.write(plannedLine(path, newPath, entry.remark));
     }
 }
 

@@ -206,13 +206,15 @@ Example:
 constexpr auto rename = R"(Usage: sonvika-cli rename [--token TEXT …] [--dry-run] FILE …
 
 Names the files by their tags. A file keeps its extension; a "/" in a name
-leads into another folder, which has to be there; no file is ever replaced.
+leads into a folder in that of the file, which has to be there; a name that
+leads out of the folder is refused, and so is a line break that comes out of
+a tag. No file is ever replaced.
 Without --token the format that was stored in Sonvika's window is used.
 
 Options:
   --token TEXT       The next piece of the name: the value of a field, or else
                      TEXT itself. Can be given several times
-  --dry-run          Only print the old and the new names
+  --dry-run          Only print the old and the new names, and remarks
   --files-from FILE  Read more names from FILE, or from "-", standard input
   -h, --help         Show this text
 

@@ -57,6 +57,13 @@ QString valueOf(const Field& field, const AudioFile& record)
     return field.isNumber ? formattedNumber(value) : value;
 }
 
+bool isLineBreak(QChar character)
+{
+    constexpr char16_t nextLine = 0x85;
+    return (character >= u'\n' && character <= u'\r') || character == QChar(nextLine)
+           || character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
+}
+
 } // namespace
 
 const QStringList& FileNameFormat::sortedKeys()
@@ -127,4 +134,13 @@ QString FileNameFormat::buildFileName(const QStringList& format, const AudioFile
         name += field ? valueOf(*field, record) : token;
     }
     return name.isEmpty() ? name : name + QLatin1Char('.') + record.fileType;
+}
+
+bool FileNameFormat::valuesBreakLine(const QStringList& format, const AudioFile& record)
+{
+    return std::any_of(format.begin(), format.end(), [&](const QString& token) {
+        const Field* field = fieldForToken(token);
+        const QString value = field ? valueOf(*field, record) : QString();
+        return std::any_of(value.begin(), value.end(), isLineBreak);
+    });
 }

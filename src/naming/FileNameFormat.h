@@ -32,4 +32,7 @@ void storeTokens(UserDefaults& defaults, const QStringList& tokens);
 /// @return an empty text when the tokens yield nothing.
 QString buildFileName(const QStringList& format, const AudioFile& record);
 
+/// Whether one of the values in that name, rather than text of the format, has a line break in it.
+bool valuesBreakLine(const QStringList& format, const AudioFile& record);
+
 } // namespace FileNameFormat

@@ -3,7 +3,9 @@
 #include "library/ArrayController.h"
 #include "library/Messages.h"
 #include "library/WorkMonitor.h"
+#include "naming/FileMove.h"
 #include "naming/FileNameFormat.h"
+#include "naming/NameRules.h"
 #include "platform/FileSystem.h"
 #include "platform/PathBytes.h"
 #include "sandbox/PermissionManager.h"
@@ -24,26 +26,36 @@ void FileRenamer::renameFiles(const std::vector<AudioFilePtr>& records, const QS
 {
     WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) {
         try {
-            rename(record, FileNameFormat::buildFileName(format, *record));
+            rename(*record, format);
+        } catch (const FileMove::LeadsOut&) {
+            report(*record, NameRules::leadsOut());
         } catch (const std::exception& error) {
-            const QString reason = QString::fromLocal8Bit(error.what());
-            std::cout << "couldn't rename file at path: " << PathBytes::encode(record->path).constData()
-                      << ", with error: " << reason.toStdString() << std::endl;
-            Messages::post(notifier_, {record->path, Messages::couldNotRename(record->path, reason), reason});
+            report(*record, QString::fromLocal8Bit(error.what()));
         }
     });
     list_.reloadData();
 }
 
-QString FileRenamer::newPath(const AudioFile& record, const QString& newName)
+QString FileRenamer::folderOf(const AudioFile& record)
 {
-    return record.path.chopped(std::min(record.path.size(), record.fileName.size())) + newName;
+    return record.path.chopped(std::min(record.path.size(), record.fileName.size()));
 }
 
-void FileRenamer::rename(const AudioFilePtr& record, const QString& newName)
+void FileRenamer::rename(AudioFile& record, const QStringList& format)
 {
-    const QString path = newPath(*record, newName);
-    permissions_.performWithAccess(FileSystem::absolutePath(QFileInfo(record->path).path()),
-                                   [&] { FileSystem::moveItem(record->path, path); });
-    list_.renameObject(*record, newName, path);
+    const QString folder = folderOf(record);
+    const QString name = FileNameFormat::buildFileName(format, record);
+    const QString objection = NameRules::objectionTo(folder, name, format, record);
+    if (!objection.isEmpty())
+        return report(record, objection);
+    permissions_.performWithAccess(FileSystem::absolutePath(QFileInfo(record.path).path()),
+                                   [&] { FileMove::move(folder, record.fileName, name); });
+    list_.renameObject(record, name, folder + name);
+}
+
+void FileRenamer::report(const AudioFile& record, const QString& reason)
+{
+    std::cout << "couldn't rename file at path: " << PathBytes::encode(record.path).constData()
+              << ", with error: " << reason.toStdString() << std::endl;
+    Messages::post(notifier_, {record.path, Messages::couldNotRename(record.path, reason), reason});
 }

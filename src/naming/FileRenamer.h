@@ -17,15 +17,18 @@ public:
     FileRenamer(ArrayController& list, PermissionManager& permissions, Notifier& notifier, WorkMonitor& monitor);
 
     /// Gives the files of records in the list, one after another, the names that the format builds for them (see
-    /// FileNameFormat). A "/" in a name leads into a subfolder. No file is ever replaced. A file that can't be renamed
-    /// keeps its name; the reason is posted, and printed on standard output.
+    /// FileNameFormat). A "/" in a name leads into a subfolder; a name that leads out of the folder, or into which a tag
+    /// brings a line break, is refused (see NameRules). No file is ever replaced. A file that can't be renamed keeps
+    /// its name; the reason is posted, and printed on standard output.
     void renameFiles(const std::vector<AudioFilePtr>& records, const QStringList& format);
 
-    /// The path that the record's file would get; the folder is what is left of its path without its file name.
-    static QString newPath(const AudioFile& record, const QString& newName);
+    /// The folder in which new names of the record's file are looked up: what is left of its path without its file
+    /// name, with the "/" at the end; empty for the current folder.
+    static QString folderOf(const AudioFile& record);
 
 private:
-    void rename(const AudioFilePtr& record, const QString& newName);
+    void rename(AudioFile& record, const QStringList& format);
+    void report(const AudioFile& record, const QString& reason);
 
     ArrayController& list_;
     PermissionManager& permissions_;

@@ -2,6 +2,7 @@
 
 #include "naming/FileNameFormat.h"
 #include "naming/FileRenamer.h"
+#include "naming/NameRules.h"
 #include "platform/FileSystem.h"
 #include "platform/PathBytes.h"
 
@@ -121,9 +122,14 @@ RenamePlan::RenamePlan(const std::vector<AudioFilePtr>& records, const QStringLi
     Rehearsal rehearsal;
     entries_.reserve(records.size());
     for (const auto& record : records) {
+        const QString folder = FileRenamer::folderOf(*record);
         const QString name = FileNameFormat::buildFileName(format, *record);
-        const QString path = FileRenamer::newPath(*record, name);
-        const Entry entry{record->fileName, name, rehearsal.move(record->path, path, name)};
+        QString objection = NameRules::objectionTo(folder, name, format, *record);
+        if (objection.isEmpty())
+            objection = rehearsal.move(record->path, folder + name, name);
+        Entry entry{record->fileName, name, objection, {}};
+        if (objection.isEmpty() && !entry.isUnchanged())
+            entry.remark = NameRules::remarkOn(name);
         failing_ += !entry.objection.isEmpty();
         unchanged_ += entry.isUnchanged();
         entries_.push_back(entry);

@@ -15,6 +15,8 @@ public:
         QString newName;
         /// Why the file can't be renamed so, in the user's language; empty when it can.
         QString objection;
+        /// What is worth knowing of a new name that the file can get, in the user's language; mostly empty.
+        QString remark;
         bool isUnchanged() const { return objection.isEmpty() && oldName == newName; }
     };
 

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -40,64 +39,11 @@ bool isSameFile(const QByteArray& one, const QByteArray& other)
            && a.st_ino == b.st_ino;
 }
 
-/// For file systems that can neither refuse to replace nor link: an empty file of our own claims the name, and is
-/// replaced while it is still ours.
-int moveOntoClaim(const QByteArray& from, const QByteArray& to)
-{
-    const int claim = ::open(to.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (claim < 0)
-        return errno;
-    const auto isOurs = [&] {
-        struct stat made {};
-        struct stat there {};
-        return ::fstat(claim, &made) == 0 && ::lstat(to.constData(), &there) == 0 && made.st_ino == there.st_ino
-               && made.st_dev == there.st_dev && there.st_size == 0;
-    };
-    int error = EEXIST;
-    if (isOurs())
-        error = ::rename(from.constData(), to.constData()) == 0 ? 0 : errno;
-    if (error != 0 && isOurs())
-        ::unlink(to.constData());
-    ::close(claim);
-    return error;
-}
-
-/// A second name that the file gets before it loses the first.
-int moveByLink(const QByteArray& from, const QByteArray& to)
-{
-    if (::link(from.constData(), to.constData()) != 0)
-        return errno;
-    if (::unlink(from.constData()) == 0)
-        return 0;
-    const int error = errno;
-    ::unlink(to.constData());
-    return error;
-}
-
-bool isUnsupported(int error)
-{
-    return error == EINVAL || error == ENOSYS || error == EOPNOTSUPP || error == EPERM;
-}
-
 bool isControl(QChar character)
 {
     const auto category = character.category();
     return category == QChar::Other_Control || category == QChar::Separator_Line
            || category == QChar::Separator_Paragraph;
-}
-
-/// @return the error, 0 for none.
-int moveWithoutReplacing(const QByteArray& from, const QByteArray& to)
-{
-    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
-        return 0;
-    int error = errno;
-    if (error == EINVAL || error == ENOSYS) {
-        error = moveByLink(from, to);
-        if (isUnsupported(error))
-            error = moveOntoClaim(from, to);
-    }
-    return error;
 }
 
 } // namespace
@@ -163,21 +109,6 @@ QByteArray realPath(const QByteArray& path)
 {
     const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.constData(), nullptr), &std::free);
     return real ? QByteArray(real.get()) : QByteArray();
-}
-
-void moveItem(const QString& from, const QString& to)
-{
-    if (to.contains(QChar::Null))
-        fail(EINVAL);
-    if (from == to)
-        return checkResourceIsReachable(from);
-    const QByteArray oldName = PathBytes::encode(from);
-    const QByteArray newName = PathBytes::encode(to);
-    int error = moveWithoutReplacing(oldName, newName);
-    if (error == EEXIST && isSameEntry(from, to))
-        error = ::rename(oldName.constData(), newName.constData()) == 0 ? 0 : errno;
-    if (error != 0)
-        fail(error);
 }
 
 bool isWritableFile(const QString& path)

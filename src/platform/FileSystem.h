@@ -34,13 +34,6 @@ void checkResourceIsReachable(const QString& path);
 /// links are two entries. @param otherPath the spelling that is not the folder's own.
 bool isSameEntry(const QString& path, const QString& otherPath);
 
-/// Moves a file to another name without ever replacing anything, in one step where the file system can (others get a
-/// second name first, or an empty file in the new place for a moment). A name that differs from the old one only in
-/// case is not taken for another file where the file system does not tell them apart. Moving onto the own name does
-/// nothing.
-/// Throws std::system_error when it can't be done; then nothing was moved.
-void moveItem(const QString& from, const QString& to);
-
 /// Lets the owner read and write a file that the user owns, by the two permission bits that say so: nobody else gets a
 /// right, and every other bit stays.
 /// @param path links in front of its last part are followed.

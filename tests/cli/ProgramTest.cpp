@@ -127,6 +127,21 @@ private slots:
             "cli rename --token Track --token ' ' --token Title --dry-run b.m4a | 0 | b.m4a -> 03 Blue Window.m4a",
             "cli rename --token Title a.mp3 b.m4a 'c d.mp3'&&ls *.m?? | 0 | Blue Window.m4a;Blue Window.mp3;Two "
             "Chapters.mp3",
+            "mkdir AC;ln -s .. up;ln -s AC in;for t in AC/DC ../x /x up/x in/.x .x $'x\\ny';do cli set --tag "
+            "TITLE=\"$t\" b.m4a;cli rename --dry-run --token Title b.m4a 2>&1;done | 1 | b.m4a -> AC/DC.m4a>Goes "
+            "into the "
+            "folder \"AC\";b.m4a: The name leads out of the folder;b.m4a: The name leads out of the folder;b.m4a: "
+            "The "
+            "name leads out of the folder;b.m4a -> in/.x.m4a>Goes into the folder \"in\"; a dot in front hides "
+            "it;b.m4a "
+            "-> .x.m4a>Begins with a dot, which hides it;b.m4a: A tag brings a line break into the name",
+            "ln -s .. up;cli set --tag TITLE=../y a.mp3;cli set --tag TITLE=$'y\\ny' b.m4a;cli rename --token Title "
+            "a.mp3 "
+            "b.m4a;cli rename --token up/y a.mp3;cli rename --token $'y\\ny' a.mp3;ls y* ../y* 2>/dev/null | 2 | "
+            "y;y.mp3 "
+            "| a.mp3: The name leads out of the folder;b.m4a: A tag brings a line break into the name;a.mp3: The "
+            "name "
+            "leads out of the folder",
             "cli rename --token x b.m4a a.mp3 'c d.mp3';ls *.m?? | 0 | c d.mp3;x.m4a;x.mp3 | c d.mp3: File exists",
             "readelf -d $(which sonvika-cli)|grep -oE 'libQt6(Core|Gui|Widgets)' | 0 | libQt6Core",
             "cli rename b.m4a&&ls *.m4a | 0 | 03 - Blue Window - First Light - 2001.m4a",

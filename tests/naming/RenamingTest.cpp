@@ -1,11 +1,18 @@
+#include "naming/FileMove.h"
 #include "naming/FileNameFormat.h"
 #include "naming/RenamePlan.h"
-#include "platform/FileSystem.h"
+#include "platform/PathBytes.h"
+#include "support/ChildProcess.h"
 #include "support/ConsoleCapture.h"
+#include "support/FaultInjection.h"
 #include "support/OpenLibrary.h"
 #include "support/PropertyText.h"
 #include "support/Rows.h"
 
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
 #include <filesystem>
 #include <iostream>
 #include <system_error>
@@ -23,12 +30,29 @@ struct Titled : OpenLibrary {
     }
 };
 
+/// What the file system can: "all", "no flags" of renames, or "no links" either.
+void limitFileSystem(const QString& abilities)
+{
+    FaultInjection::limitMoves(abilities == u"all", abilities != u"no links");
+}
+
+/// The files in a folder with what they hold, as "name=content".
+QString listing(const ScratchFolder& folder)
+{
+    QStringList found;
+    for (const auto& name : QDir(folder.path(u"."_qs)).entryList(QDir::Files | QDir::Hidden))
+        found.append(name + u'=' + QString::fromUtf8(ScratchFolder::contents(folder.path(name))));
+    return found.join(u' ');
+}
+
 } // namespace
 
 class RenamingTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void cleanup() { limitFileSystem(u"all"_qs); }
+
     // format, its tokens split by "," | TRACKNUMBER | TITLE | YEAR | name
     void buildsNames_data()
     {
@@ -111,7 +135,16 @@ private slots:
         addRows({"a | taken | a file | A file of this name exists", "LONG | Title | a limit | The name is too long",
                  "a | new | a locked folder | The folder can't be written",
                  "a | new | a missing file | The file is gone",
-                 "a | sub/new | a missing folder | \"/\" leads into a folder that does not exist"});
+                 "a | sub/new | a missing folder | \"/\" leads into a folder that does not exist",
+                 "../a | Title | the rules | The name leads out of the folder",
+                 "b/.. | Title,/a | the rules | The name leads out of the folder",
+                 "./a | Title | the rules | The name leads out of the folder",
+                 "/tmp | Title,/a | the rules | The name leads out of the folder",
+                 ". | Title,Title,/a | the rules | The name leads out of the folder",
+                 "a | up/Title | a link | The name leads out of the folder",
+                 "a | up/Album/../a | a link | The name leads out of the folder",
+                 "a\nb | Title | the rules | A tag brings a line break into the name",
+                 "a\xe2\x80\xa8 | Title | the rules | A tag brings a line break into the name"});
     }
     void leavesFilesThatCannotBeRenamed()
     {
@@ -121,13 +154,16 @@ private slots:
         const QString path = library.record(0).path;
         const QString taken = library.folder.path(u"taken.mp3"_qs);
         ScratchFolder::write(taken, "taken");
+        if (obstacle == u"a link")
+            QVERIFY(QFile::link(u".."_qs, folder + u"/up"_qs));
         if (obstacle == u"a missing file")
             QVERIFY(QFile::remove(path));
         if (obstacle == u"a locked folder")
             QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
-        QCOMPARE(RenamePlan(library.list.selectedObjects(), {format}).entries()[0].objection, objection);
+        const QStringList tokens = format.split(u',');
+        QCOMPARE(RenamePlan(library.list.selectedObjects(), tokens).entries()[0].objection, objection);
         const ConsoleCapture console(std::cout);
-        library.controller.renameFiles({format});
+        library.controller.renameFiles(tokens);
         QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
         QCOMPARE(library.notifier.posted.size(), 1);
         QCOMPARE(library.fileNames(), u"1.mp3"_qs);
@@ -139,13 +175,15 @@ private slots:
     // titles | names then | how many the plan leaves unchanged
     void renamesInOrderAndIntoFolders_data()
     {
-        addRows({"AC/DC b c | AC/DC.mp3 b.mp3 c.mp3 | 2", "d a c | d.mp3 a.mp3 c.mp3 | 1"});
+        addRows({"AC/DC b c | AC/DC.mp3 b.mp3 c.mp3 | 2", "d a c | d.mp3 a.mp3 c.mp3 | 1",
+                 "in/b in/.. c | in/b.mp3 in/...mp3 c.mp3 | 1"});
     }
     void renamesInOrderAndIntoFolders()
     {
         const auto [titles, names, unchanged] = row<3>();
         Titled library(u"a.mp3 b.mp3 c.mp3"_qs, titles.split(u' '));
         QVERIFY(QDir().mkdir(library.folder.path(u"AC"_qs)));
+        QVERIFY(QFile::link(library.folder.path(u"AC"_qs), library.folder.path(u"in"_qs)));
         const RenamePlan plan(library.list.selectedObjects(), {u"Title"_qs});
         QCOMPARE(plan.failing(), 0);
         QCOMPARE(plan.unchanged(), unchanged.toInt());
@@ -157,47 +195,112 @@ private slots:
         QCOMPARE(library.notifier.posted, QStringList());
     }
 
+    void neverReplacesAFileInARace_data() { addRows({"all", "no flags", "no links"}); }
     void neverReplacesAFileInARace()
     {
+        limitFileSystem(row()[0]);
         const ScratchFolder folder;
-        const QString one = folder.path(u"one"_qs);
-        const QString two = folder.path(u"two"_qs);
-        const QString target = folder.path(u"target"_qs);
+        const QString place = folder.path({}) + u'/';
         for (int round = 0; round < 300; ++round) {
-            ScratchFolder::write(one, "one");
-            ScratchFolder::write(two, "two");
-            const auto move = [&](const QString& from) {
+            ScratchFolder::write(place + u"one"_qs, "one");
+            ScratchFolder::write(place + u"two"_qs, "two");
+            const auto move = [&](const QString& name) {
                 try {
-                    FileSystem::moveItem(from, target);
+                    FileMove::move(place, name, u"target"_qs);
                 } catch (const std::exception&) {
                 }
             };
-            std::thread other(move, one);
-            move(two);
+            std::thread other(move, u"one"_qs);
+            move(u"two"_qs);
             other.join();
-            QVERIFY(QFile::exists(target) && QFile::exists(one) != QFile::exists(two));
-            for (const auto& path : {one, two, target})
-                QFile::remove(path);
+            const QString found = listing(folder);
+            QVERIFY2(found == u"one=one target=two" || found == u"target=one two=two", qPrintable(found));
+            QVERIFY(QFile::remove(place + u"target"_qs));
         }
     }
 
-    void twoNamesOfOneFileAreTwoFiles()
+    void aLinkThatComesInBetweenLeadsNowhere()
     {
         const ScratchFolder folder;
-        const QString one = folder.path(u"song.mp3"_qs);
-        const QString other = folder.path(u"Song.mp3"_qs);
+        const ScratchFolder elsewhere;
+        const QString place = folder.path({}) + u'/';
+        const QByteArray inner = PathBytes::encode(place + u"sub"_qs);
+        const QByteArray link = PathBytes::encode(place + u"link"_qs);
+        QVERIFY(QDir().mkdir(place + u"sub"_qs) && QFile::link(elsewhere.path(u"."_qs), place + u"link"_qs));
+        std::atomic<bool> isOver = false;
+        std::thread exchanger([&] {
+            while (!isOver)
+                ::renameat2(AT_FDCWD, inner.constData(), AT_FDCWD, link.constData(), RENAME_EXCHANGE);
+        });
+        int refused = 0;
+        for (int round = 0; round < 1000; ++round) {
+            const QString name = QString::number(round);
+            ScratchFolder::write(place + name, "sound");
+            try {
+                FileMove::move(place, name, u"sub/"_qs + name);
+            } catch (const std::exception&) {
+                ++refused;
+            }
+        }
+        isOver = true;
+        exchanger.join();
+        QCOMPARE(QDir(elsewhere.path(u"."_qs)).entryList(QDir::Files), QStringList());
+        QCOMPARE(QDir(place).entryList(QDir::Files).size(), refused);
+    }
+
+    // what the file system can | the new name | what is found after a kill before any step, and after none
+    void aKillLosesNoFileAndLeavesNoEmptyOne_data()
+    {
+        addRows({"all | new | old=sound taken=other; new=sound taken=other",
+                 "no flags | new | old=sound taken=other; new=sound old=sound taken=other; new=sound taken=other",
+                 "no links | new | old=sound taken=other; new=sound taken=other",
+                 "no flags | taken | old=sound taken=other; old=sound taken=other",
+                 "no links | taken | old=sound taken=other"});
+    }
+    void aKillLosesNoFileAndLeavesNoEmptyOne()
+    {
+        const auto [abilities, name, expected] = row<3>();
+        limitFileSystem(abilities);
+        QStringList found;
+        for (int call = 1, ended = -1; ended < 0; ++call) {
+            const ScratchFolder folder;
+            ScratchFolder::write(folder.path(u"old"_qs), "sound");
+            ScratchFolder::write(folder.path(u"taken"_qs), "other");
+            ended = inChildProcess([&, newName = name] {
+                FaultInjection::arm(call, {FaultInjection::Kind::Kill});
+                try {
+                    FileMove::move(folder.path({}) + u'/', u"old"_qs, newName);
+                } catch (const std::system_error&) {
+                    return EEXIST;
+                }
+                return 0;
+            });
+            QVERIFY(ended == -SIGKILL || ended == (name == u"taken" ? EEXIST : 0));
+            found.append(listing(folder));
+        }
+        QCOMPARE(found.join(u"; "_qs), expected);
+    }
+
+    void twoNamesOfOneFileAreTwoFiles_data() { addRows({"all", "no flags", "no links"}); }
+    void twoNamesOfOneFileAreTwoFiles()
+    {
+        limitFileSystem(row()[0]);
+        const ScratchFolder folder;
+        const QString place = folder.path({}) + u'/';
+        const QString one = place + u"song.mp3"_qs;
+        const QString other = place + u"Song.mp3"_qs;
         ScratchFolder::write(one, "sound");
-        QVERIFY(QFile::link(one, folder.path(u"link.mp3"_qs)));
+        QVERIFY(QFile::link(one, place + u"link.mp3"_qs));
+        QVERIFY(QFile::link(place + u"gone"_qs, place + u"broken.mp3"_qs));
         std::filesystem::create_hard_link(one.toStdString(), other.toStdString());
-        for (const auto& name : {other, folder.path(u"link.mp3"_qs)})
-            QVERIFY_THROWS_EXCEPTION(std::system_error, FileSystem::moveItem(one, name));
-        QVERIFY_THROWS_EXCEPTION(std::system_error, FileSystem::moveItem(one, one + QChar::Null + u"x"_qs));
+        for (const auto& name : {u"Song.mp3"_qs, u"link.mp3"_qs, u"broken.mp3"_qs, u"x\0x"_qs, QString()})
+            QVERIFY_THROWS_EXCEPTION(std::system_error, FileMove::move(place, u"song.mp3"_qs, name));
         QVERIFY(QFile::exists(one) && QFile::exists(other));
         const auto record = AudioFile::fromPropertyMap({{u"TITLE"_qs, u"a\0b"_qs}}, one, 0);
         for (const auto& format : {u"Song"_qs, u"Title"_qs})
             QCOMPARE(RenamePlan({record}, {format}).failing(), 1);
         QVERIFY(QFile::remove(other));
-        FileSystem::moveItem(one, other);
+        FileMove::move(place, u"song.mp3"_qs, u"Song.mp3"_qs);
         QVERIFY(QFile::exists(other) && !QFile::exists(one));
     }
 };

@@ -21,6 +21,8 @@ FaultInjection::Fault fault;
 int callsLeft = 0; ///< until the fault strikes; 0 when there is none
 bool armed = false;
 bool struck = false;
+bool hasFlags = true;
+bool hasLinks = true;
 
 /// Does the work, a function of how much of it is to be done, as far as the fault allows.
 template <class Work>
@@ -64,6 +66,12 @@ void FaultInjection::arm(int call, const Fault& next)
 bool FaultInjection::hasStruck()
 {
     return struck;
+}
+
+void FaultInjection::limitMoves(bool flags, bool links)
+{
+    hasFlags = flags;
+    hasLinks = links;
 }
 
 extern "C" {
@@ -112,14 +120,30 @@ int rename(const char* from, const char* to) noexcept
     return callWhole(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0);
 }
 
-int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned int flags) noexcept
-{
-    return callWhole(SYS_renameat2, fromFolder, from, toFolder, to, flags);
-}
-
 int syncfs(int file) noexcept
 {
     return callWhole(SYS_syncfs, file);
+}
+
+int renameat(int fromFolder, const char* from, int toFolder, const char* to) noexcept
+{
+    return callWhole(SYS_renameat2, fromFolder, from, toFolder, to, 0);
+}
+
+int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned int flags) noexcept
+{
+    if (hasFlags || flags == 0)
+        return callWhole(SYS_renameat2, fromFolder, from, toFolder, to, flags);
+    errno = EINVAL;
+    return -1;
+}
+
+int linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) noexcept
+{
+    if (hasLinks)
+        return callWhole(SYS_linkat, fromFolder, from, toFolder, to, flags);
+    errno = EPERM;
+    return -1;
 }
 
 int unlink(const char* path) noexcept

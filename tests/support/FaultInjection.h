@@ -1,7 +1,8 @@
 #pragma once
 
 /// Makes calls that change files fail in this process. They are the test program's own, which come before libc's:
-/// write, pwrite, copy_file_range, ftruncate, fallocate, fsync, fdatasync, syncfs, rename, renameat2, unlink and fwrite.
+/// write, pwrite, copy_file_range, ftruncate, fallocate, fsync, fdatasync, syncfs, rename, renameat, renameat2, linkat, unlink and
+/// fwrite.
 namespace FaultInjection {
 
 enum class Kind {
@@ -20,5 +21,8 @@ struct Fault {
 void arm(int call, const Fault& fault);
 /// Whether the call has been reached.
 bool hasStruck();
+
+/// Whether the file system can rename with flags and give a file a second name. At first it can both.
+void limitMoves(bool flags, bool links);
 
 } // namespace FaultInjection

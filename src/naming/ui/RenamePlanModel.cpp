@@ -47,7 +47,9 @@ QString RenamePlanModel::text(const RenamePlan::Entry& entry, int column) const
     case NewName:
         return entry.newName;
     default:
-        return entry.isUnchanged() ? tr("Stays as it is") : entry.objection;
+        if (!entry.objection.isEmpty())
+            return entry.objection;
+        return entry.isUnchanged() ? tr("Stays as it is") : entry.remark;
     }
 }
 
