@@ -453,6 +453,14 @@
         <source>The file could not tell any more where its sound lies</source>
         <translation>Die Datei könnte nicht mehr angeben, wo ihr Ton liegt</translation>
     </message>
+    <message>
+        <source>Another program has locked the file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reading the tags of this file would take too much memory or time</source>
+        <translation>Die Tags dieser Datei zu lesen würde zu viel Speicher oder Zeit kosten</translation>
+    </message>
 </context>
 <context>
     <name>FileDialogs</name>
@@ -614,6 +622,29 @@
     <message>
         <source>The name is not valid UTF-8</source>
         <translation>Der Name ist kein gültiges UTF-8</translation>
+    </message>
+</context>
+<context>
+    <name>InterruptedChange</name>
+    <message>
+        <source>The file is not there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file lies on a different volume now</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file has been changed since</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file could not be read and written</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another program has locked the file</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

@@ -453,6 +453,14 @@
         <source>The file could not tell any more where its sound lies</source>
         <translation>Le fichier ne pourrait plus indiquer où se trouve son son</translation>
     </message>
+    <message>
+        <source>Another program has locked the file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reading the tags of this file would take too much memory or time</source>
+        <translation>Lire les tags de ce fichier prendrait trop de mémoire ou de temps</translation>
+    </message>
 </context>
 <context>
     <name>FileDialogs</name>
@@ -614,6 +622,29 @@
     <message>
         <source>The name is not valid UTF-8</source>
         <translation>Le nom n’est pas de l’UTF-8 valide</translation>
+    </message>
+</context>
+<context>
+    <name>InterruptedChange</name>
+    <message>
+        <source>The file is not there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file lies on a different volume now</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file has been changed since</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file could not be read and written</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another program has locked the file</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

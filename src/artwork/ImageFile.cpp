@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cerrno>
 
 #include <fcntl.h>
@@ -69,6 +70,8 @@ ImageFile ImageFile::read(const QString& path)
     const QByteArray bytes = file.read(largestPicture + 1);
     if (file.error() != QFile::NoError)
         return {{}, file.errorString()};
+    if (bytes.size() < std::min(file.size(), largestPicture))
+        return {{}, qt_error_string(EIO)};
     return {bytes, objectionTo(bytes)};
 }
 

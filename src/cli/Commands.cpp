@@ -23,6 +23,7 @@
 #include <QJsonDocument>
 
 #include <cerrno>
+#include <new>
 #include <numeric>
 #include <system_error>
 
@@ -106,8 +107,12 @@ void Commands::perform(const QStringList& files)
 void Commands::forEach(const QStringList& files, const std::function<void(const QString& path)>& work)
 {
     WorkLoop::run(progress_, files, [&](const QString& path) {
-        if (output_.error() == 0)
-            work(path);
+        try {
+            if (output_.error() == 0)
+                work(path);
+        } catch (const std::bad_alloc&) {
+            errors_.report(path, qt_error_string(ENOMEM));
+        }
     });
 }
 

@@ -46,8 +46,10 @@ Deed BatchCommands::removeUnsupportedTags()
     WorkLoop::run(monitor_, records, [&](const AudioFilePtr& record) {
         if (TaglibWrapper::getImageData(record->path, record->fileType))
             deed.done += removeUnsupportedTags(*record);
-        else
+        else if (TaglibWrapper::failureReason().isEmpty())
             --deed.wanted;
+        else
+            noteFailure(*record, Messages::unableToRemoveUnsupportedTags());
     });
     emit artChanged();
     return deed;

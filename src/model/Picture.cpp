@@ -5,6 +5,7 @@
 #include <QImageReader>
 
 #include <algorithm>
+#include <new>
 
 namespace {
 
@@ -127,10 +128,9 @@ QSize fitted(const QSize& stored, QSize within, QImageIOHandler::Transformations
     return stored.scaled(within, Qt::KeepAspectRatio).expandedTo({1, 1});
 }
 
-} // namespace
-
-QImage Picture::decode(const QByteArray& bytes, const QSize& within)
+QImage decodeWithin(const QByteArray& bytes, const QSize& within)
 {
+    using namespace Picture;
     QImageReader::setAllocationLimit(mostMegabytesAtOnce);
     Reader reader(bytes);
     // Qt would read a GIF to its end.
@@ -146,6 +146,18 @@ QImage Picture::decode(const QByteArray& bytes, const QSize& within)
     if (picture.colorSpace().isValid() && picture.colorSpace() != QColorSpace(QColorSpace::SRgb))
         picture.convertToColorSpace(QColorSpace::SRgb);
     return picture;
+}
+
+} // namespace
+
+QImage Picture::decode(const QByteArray& bytes, const QSize& within)
+{
+    // A picture that is too much for this machine must not end the program, nor the thread that decodes.
+    try {
+        return decodeWithin(bytes, within);
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
 }
 
 bool Picture::canBeDecodedWhole(const QByteArray& bytes)

@@ -72,9 +72,10 @@ std::optional<TagLib::ByteVector> EngineReads::picture(TagLib::File& file, const
 
 std::optional<QByteArray> TaglibWrapper::getImageData(const QString& path, const QString& type)
 {
-    const OpenedFile file(path);
-    const auto picture = file.isNull() ? std::nullopt : EngineReads::picture(*file.file(), type);
-    return picture ? std::optional(QByteArray(picture->data(), picture->size())) : std::nullopt;
+    return OpenedFile::read(path, [&](const OpenedFile& file) {
+        const auto picture = file.isNull() ? std::nullopt : EngineReads::picture(*file.file(), type);
+        return picture ? std::optional(QByteArray(picture->data(), picture->size())) : std::nullopt;
+    });
 }
 
 bool TaglibWrapper::setImageData(const QByteArray& bytes, const QString& path, const QString& type)

@@ -3,6 +3,7 @@
 #include "tagengine/PosixFile.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 std::size_t BlockReader::read(std::int64_t offset, char* into, std::size_t length)
@@ -40,6 +41,8 @@ std::size_t BlockReader::readDirectly(std::int64_t offset, char* into, std::size
     // Asked for more than there is, the system would have to be called once more to say that there is no more.
     const std::int64_t wanted = std::clamp<std::int64_t>(size_ - offset, 0, static_cast<std::int64_t>(length));
     const std::int64_t count = PosixFile::readAt(descriptor_, offset, into, static_cast<std::size_t>(wanted));
-    failed_ = failed_ || count < 0;
+    // What the size promised and is not there must not be taken for the end of the tags.
+    if (count < wanted && error_ == 0)
+        error_ = count < 0 ? errno : EIO;
     return static_cast<std::size_t>(std::max<std::int64_t>(count, 0));
 }

@@ -16,8 +16,8 @@ public:
     /// @return the number of bytes read; fewer than @p length at the end of the file or after an error.
     std::size_t read(std::int64_t offset, char* into, std::size_t length);
 
-    /// Whether the system has reported an error in any read so far.
-    bool failed() const { return failed_; }
+    /// The errno value of the first read that failed, by an error or by ending before the file does; 0 for none so far.
+    int error() const { return error_; }
 
 private:
     static constexpr std::size_t blockSize = 8 * 1024;
@@ -34,6 +34,6 @@ private:
 
     int descriptor_;
     std::int64_t size_;
-    bool failed_ = false;
+    int error_ = 0;
     std::array<Block, blockCount> blocks_;
 };

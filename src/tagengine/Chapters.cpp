@@ -91,7 +91,7 @@ QByteArray nextIdentifier(const std::set<QByteArray>& taken, int& counter)
 
 std::optional<QStringList> TaglibWrapper::getChapters(const QString& path)
 {
-    return EngineReads::chapters(OpenedFile(path));
+    return OpenedFile::read(path, [](const OpenedFile& file) { return EngineReads::chapters(file); });
 }
 
 std::optional<QStringList> EngineReads::chapters(const OpenedFile& file)

@@ -16,6 +16,8 @@ inline constexpr auto inUse = QT_TRANSLATE_NOOP("FailureReason", "Another progra
 inline constexpr auto locked = QT_TRANSLATE_NOOP("FailureReason", "Another program has locked the file");
 inline constexpr auto damaged = QT_TRANSLATE_NOOP("FailureReason", "The structure of the file is damaged");
 inline constexpr auto notHeld = QT_TRANSLATE_NOOP("FailureReason", "The tags of this file can't hold that");
+inline constexpr auto tooCostly =
+    QT_TRANSLATE_NOOP("FailureReason", "Reading the tags of this file would take too much memory or time");
 inline constexpr auto unknownTag =
     QT_TRANSLATE_NOOP("FailureReason", "The tag is built in a way that Sonvika can't change without damage");
 inline constexpr auto untrueLength =

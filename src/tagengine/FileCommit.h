@@ -16,8 +16,8 @@ struct FileChange {
     /// Whether the file is still the one that was read, by the descriptor and by the path.
     bool isCurrent() const
     {
-        return identity.isUnchanged(FileIdentity::ofDescriptor(descriptor))
-               && identity.isUnchanged(FileIdentity::ofPath(path.constData()));
+        return identity.isUntouched(FileIdentity::ofDescriptor(descriptor))
+               && identity.isUntouched(FileIdentity::ofPath(path.constData()));
     }
 };
 

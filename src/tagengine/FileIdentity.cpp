@@ -1,5 +1,6 @@
 #include "tagengine/FileIdentity.h"
 
+#include <algorithm>
 #include <ctime>
 
 #include <fcntl.h>
@@ -27,6 +28,7 @@ FileIdentity identify(int descriptor, const char* path, int flags)
     identity.birth = status.stx_mask & STATX_BTIME ? nanoseconds(status.stx_btime) : 0;
     identity.size = static_cast<std::int64_t>(status.stx_size);
     identity.modified = nanoseconds(status.stx_mtime);
+    identity.changed = nanoseconds(status.stx_ctime);
     identity.links = status.stx_nlink;
     identity.isRegular = S_ISREG(status.stx_mode);
     return identity;
@@ -50,7 +52,7 @@ bool FileIdentity::isSettled() const
 {
     struct timespec now {};
     ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
-    return nanoseconds(now) > modified;
+    return nanoseconds(now) > std::max(modified, changed);
 }
 
 FileIdentity FileIdentity::ofDescriptor(int descriptor)

@@ -11,6 +11,7 @@ struct FileIdentity {
     std::int64_t birth = 0; ///< nanoseconds; 0 where the file system does not tell
     std::int64_t size = 0;
     std::int64_t modified = 0; ///< nanoseconds
+    std::int64_t changed = 0;  ///< nanoseconds; the same, but nobody can set it
     std::uint64_t links = 0;
     bool isRegular = false;
 
@@ -18,6 +19,8 @@ struct FileIdentity {
     bool isSameFile(const FileIdentity& other) const;
     /// The same file with, as far as size and time tell, the same content.
     bool isUnchanged(const FileIdentity& other) const;
+    /// The same, and nothing else about it has changed either, such as its names: not to be asked after a rename.
+    bool isUntouched(const FileIdentity& other) const { return isUnchanged(other) && changed == other.changed; }
 
     /// Whether a change from now on would show in the time of the last one: the clock that the system takes such times
     /// from moves in steps of some milliseconds.

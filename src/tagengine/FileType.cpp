@@ -1,18 +1,17 @@
 #include "tagengine/TaglibWrapper.h"
 
-#include "platform/FileSystem.h"
 #include "platform/PathBytes.h"
 #include "tagengine/FailureReason.h"
+#include "tagengine/Guarded.h"
+#include "tagengine/SafeFileStream.h"
 
 #include <QFileInfo>
 
 #include <taglib/aifffile.h>
 #include <taglib/mp4file.h>
 #include <taglib/mpegfile.h>
-#include <taglib/tfilestream.h>
 #include <taglib/wavfile.h>
 
-#include <cerrno>
 #include <iostream>
 
 namespace {
@@ -30,6 +29,16 @@ constexpr Probe probes[]{
     {&TagLib::RIFF::AIFF::File::isSupported, "aif"},
 };
 
+std::optional<QString> typeOf(SafeFileStream& stream)
+{
+    for (const auto& probe : probes) {
+        if (probe.accepts(&stream))
+            return QLatin1String(probe.type);
+    }
+    FailureReason::note(FailureReason::notSound);
+    return std::nullopt;
+}
+
 } // namespace
 
 std::optional<QString> TaglibWrapper::detectFileType(const QString& path)
@@ -40,23 +49,18 @@ std::optional<QString> TaglibWrapper::detectFileType(const QString& path)
 
 std::optional<QString> TaglibWrapper::detectStreamType(const QString& path)
 {
-    const QByteArray name = PathBytes::encode(path);
-    FailureReason::clear();
-    // A pipe would be waited for.
-    if (FileSystem::exists(path) && !FileSystem::isRegularFile(path)) {
-        FailureReason::note(FailureReason::noFile);
-        return std::nullopt;
-    }
-    TagLib::FileStream stream(name.constData());
-    if (!stream.isOpen()) {
-        FailureReason::note(errno);
-        std::cerr << "Unable to open FileStream: " << name.constData() << std::endl;
-        return std::nullopt;
-    }
-    for (const auto& probe : probes) {
-        if (probe.accepts(&stream))
-            return QLatin1String(probe.type);
-    }
-    FailureReason::note(FailureReason::notSound);
-    return std::nullopt;
+    return guarded([&]() -> std::optional<QString> {
+        const QByteArray name = PathBytes::encode(path);
+        SafeFileStream stream(name, SafeFileStream::Mode::Read);
+        if (!stream.isOpen()) {
+            std::cerr << "Unable to open FileStream: " << name.constData() << std::endl;
+            return std::nullopt;
+        }
+        auto type = typeOf(stream);
+        if (!stream.isSettled()) {
+            stream.reopen();
+            type = typeOf(stream);
+        }
+        return stream.isRefused() ? std::nullopt : type;
+    });
 }

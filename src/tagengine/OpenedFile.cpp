@@ -44,10 +44,19 @@ bool hasOtherForms(const QString& key)
 
 } // namespace
 
-OpenedFile::OpenedFile(const QString& path, SafeFileStream::Mode mode)
-    : stream_(PathBytes::encode(path), mode), ref_(&stream_, mode == SafeFileStream::Mode::Read)
+OpenedFile::OpenedFile(const QString& path, SafeFileStream::Mode mode) : stream_(PathBytes::encode(path), mode)
 {
-    if (stream_.isRefused())
+    constexpr int attempts = 3;
+    bool isSettled = false;
+    for (int attempt = 0; attempt < attempts && !isSettled; ++attempt) {
+        if (attempt > 0)
+            stream_.reopen();
+        ref_ = TagLib::FileRef(&stream_, mode == SafeFileStream::Mode::Read);
+        isSettled = stream_.isSettled();
+    }
+    if (!isSettled)
+        FailureReason::note(FailureReason::inUse);
+    if (!isSettled || stream_.isRefused())
         ref_ = TagLib::FileRef();
     if (stream_.isOpen() && ref_.isNull())
         FailureReason::note(FailureReason::notSound);
@@ -57,16 +66,21 @@ bool OpenedFile::rewrite(const QString& path, const std::function<bool(OpenedFil
 {
     using Outcome = SafeFileStream::Outcome;
     constexpr int attempts = 3;
-    Outcome outcome = Outcome::Stale;
-    for (int attempt = 0; attempt < attempts && outcome == Outcome::Stale; ++attempt) {
-        OpenedFile file(path, SafeFileStream::Mode::ReadWrite);
-        if (!change(file))
-            return false;
-        outcome = file.save();
-    }
+    auto outcome = std::optional(Outcome::Stale);
+    for (int attempt = 0; attempt < attempts && outcome == Outcome::Stale; ++attempt)
+        outcome = guarded([&] { return std::optional(rewriteOnce(path, change)); });
     if (outcome == Outcome::Stale)
         FailureReason::note(FailureReason::inUse);
+    // An exception may have come in the middle of an overwriting, whose record is still there.
+    if (!outcome)
+        guarded([&] { return OpenedFile(path, SafeFileStream::Mode::Read).isNull(); });
     return outcome == Outcome::Saved;
+}
+
+SafeFileStream::Outcome OpenedFile::rewriteOnce(const QString& path, const std::function<bool(OpenedFile&)>& change)
+{
+    OpenedFile file(path, SafeFileStream::Mode::ReadWrite);
+    return change(file) ? file.save() : SafeFileStream::Outcome::Failed;
 }
 
 OpenedFile::~OpenedFile() = default;

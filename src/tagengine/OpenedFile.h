@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tagengine/Guarded.h"
 #include "tagengine/PropertyMap.h"
 #include "tagengine/SafeFileStream.h"
 
@@ -15,9 +16,19 @@ class TagSplice;
 /// A file opened for one engine operation; closed when it goes out of scope.
 class OpenedFile {
 public:
-    /// Opens a file for reading.
-    explicit OpenedFile(const QString& path) : OpenedFile(path, SafeFileStream::Mode::Read) {}
     ~OpenedFile();
+
+    /// Opens a file for reading and lets @p look have it, whatever came of that. What it is shown is what the file held
+    /// at one moment.
+    /// @return what @p look returns; none after an exception.
+    template <class Look>
+    static auto read(const QString& path, Look look)
+    {
+        return guarded([&] {
+            const OpenedFile file(path, SafeFileStream::Mode::Read);
+            return look(file);
+        });
+    }
 
     /// Opens a file, lets @p change alter its tags in memory, and saves it, wholly or not at all. All of it is done
     /// again where somebody else changed the file in the meantime.
@@ -50,6 +61,7 @@ public:
 
 private:
     OpenedFile(const QString& path, SafeFileStream::Mode mode);
+    static SafeFileStream::Outcome rewriteOnce(const QString& path, const std::function<bool(OpenedFile&)>& change);
     SafeFileStream::Outcome save();
     bool saveTags();
     bool readsAsExpected();

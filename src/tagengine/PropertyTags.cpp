@@ -112,8 +112,8 @@ bool writeEntry(OpenedFile& file, const QString& key, const QString& value)
     return true;
 }
 
-std::optional<PropertyMap> readTrackOf(const OpenedFile& file, const QString& type,
-                                       const std::function<void(const QByteArray&)>& visitImage)
+std::optional<PropertyMap> trackOf(const OpenedFile& file, const QString& type,
+                                   const std::function<void(const QByteArray&)>& visitImage)
 {
     if (file.isNull())
         return std::nullopt;
@@ -196,25 +196,27 @@ QMap<QString, QStringList> EngineReads::severalValues(TagLib::File& file)
 
 std::optional<PropertyMap> TaglibWrapper::getMetadata(const QString& path)
 {
-    const OpenedFile file(path);
-    return file.isNull() ? std::nullopt : EngineReads::metadata(*file.file());
+    return OpenedFile::read(path, [](const OpenedFile& file) {
+        return file.isNull() ? std::nullopt : EngineReads::metadata(*file.file());
+    });
 }
 
 std::optional<TaglibWrapper::Contents>
 TaglibWrapper::readContents(const QString& path, const QString& type,
                             const std::function<void(const QByteArray&)>& visitImage)
 {
-    const OpenedFile file(path);
-    const auto tags = readTrackOf(file, type, visitImage);
-    if (!tags)
-        return std::nullopt;
-    return Contents{*tags, EngineReads::severalValues(*file.file()), EngineReads::chapters(file)};
+    return OpenedFile::read(path, [&](const OpenedFile& file) -> std::optional<Contents> {
+        const auto tags = trackOf(file, type, visitImage);
+        if (!tags)
+            return std::nullopt;
+        return Contents{*tags, EngineReads::severalValues(*file.file()), EngineReads::chapters(file)};
+    });
 }
 
 std::optional<PropertyMap> TaglibWrapper::readTrack(const QString& path, const QString& type,
                                                     const std::function<void(const QByteArray&)>& visitImage)
 {
-    return readTrackOf(OpenedFile(path), type, visitImage);
+    return OpenedFile::read(path, [&](const OpenedFile& file) { return trackOf(file, type, visitImage); });
 }
 
 bool TaglibWrapper::setMetadata(const QString& path, const PropertyMap& changes)
@@ -271,24 +273,24 @@ bool TaglibWrapper::removeAllTagsAndImages(const QString& path)
 
 std::optional<QString> TaglibWrapper::getTitle(const QString& path)
 {
-    const OpenedFile file(path);
-    if (file.isNull() || !file.tag())
-        return std::nullopt;
-    return TagText::fromTagLib(file.tag()->title());
+    return OpenedFile::read(path, [](const OpenedFile& file) {
+        return file.isNull() || !file.tag() ? std::nullopt : TagText::fromTagLib(file.tag()->title());
+    });
 }
 
 std::optional<QString> TaglibWrapper::getComment(const QString& path)
 {
-    const OpenedFile file(path);
-    if (file.isNull()) {
-        TagText::printLine(QStringLiteral("FileRef is nil for: ") + path);
-        return std::nullopt;
-    }
-    if (!file.tag()) {
-        TagText::printLine(QStringLiteral("Tag is nil"));
-        return std::nullopt;
-    }
-    return TagText::fromTagLib(Id3v2Reads::comment(*file.file()).value_or(file.tag()->comment()));
+    return OpenedFile::read(path, [&](const OpenedFile& file) -> std::optional<QString> {
+        if (file.isNull()) {
+            TagText::printLine(QStringLiteral("FileRef is nil for: ") + path);
+            return std::nullopt;
+        }
+        if (!file.tag()) {
+            TagText::printLine(QStringLiteral("Tag is nil"));
+            return std::nullopt;
+        }
+        return TagText::fromTagLib(Id3v2Reads::comment(*file.file()).value_or(file.tag()->comment()));
+    });
 }
 
 bool TaglibWrapper::writeComment(const QString& path, const QString& comment)

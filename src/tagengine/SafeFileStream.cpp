@@ -39,13 +39,21 @@ FileDescriptor openWith(int access, const QByteArray& path)
 } // namespace
 
 SafeFileStream::SafeFileStream(QByteArray path, Mode mode)
-    : path_(std::move(path)), target_(mode == Mode::ReadWrite ? resolved(path_) : path_), reader_(-1, 0), content_(0)
+    : path_(std::move(path)), target_(mode == Mode::ReadWrite ? resolved(path_) : path_), mode_(mode), reader_(-1, 0),
+      content_(0)
+{
+    start();
+}
+
+void SafeFileStream::start()
 {
     FailureReason::clear();
-    writable_ = mode == Mode::ReadWrite && openForWriting();
+    writable_ = mode_ == Mode::ReadWrite && openForWriting();
     if (!writable_ && !openForReading())
         return;
     if (!identity_.isRegular) {
+        if (identity_.inode == 0)
+            FailureReason::note(errno);
         FailureReason::note(FailureReason::noFile);
         lock_.reset();
         file_.close();
@@ -58,11 +66,13 @@ SafeFileStream::SafeFileStream(QByteArray path, Mode mode)
 bool SafeFileStream::open(int access)
 {
     file_ = openWith(access, target_);
-    if (!file_.isOpen())
+    if (!file_.isOpen()) {
         FailureReason::note(errno);
-    else
-        identity_ = FileIdentity::ofDescriptor(file_.get());
-    return file_.isOpen();
+        return false;
+    }
+    identity_ = FileIdentity::ofDescriptor(file_.get());
+    isFresh_ = !identity_.isSettled();
+    return true;
 }
 
 /// Brings the file back from a change that was cut short, if a record speaks of one.
@@ -81,10 +91,36 @@ bool SafeFileStream::openForReading()
 {
     if (!open(O_RDONLY))
         return false;
-    if (!RecordSlots::isSpokenOf(target_, identity_))
-        return true;
+    if (RecordSlots::isSpokenOf(target_, identity_)) {
+        file_.close();
+        if (!recover() || !open(O_RDONLY))
+            return false;
+    }
+    if (isAgain_)
+        lock_.emplace(file_.get());
+    return true;
+}
+
+void SafeFileStream::reopen()
+{
+    lock_.reset();
     file_.close();
-    return recover() && open(O_RDONLY);
+    position_ = 0;
+    guard_ = ReadGuard();
+    refused_ = false;
+    reader_ = BlockReader(-1, 0);
+    content_ = PieceTable(0);
+    isAgain_ = true;
+    start();
+}
+
+bool SafeFileStream::isSettled() const
+{
+    // What can't be opened, or not for writing, fails whatever it holds.
+    if (!isOpen() || (mode_ == Mode::ReadWrite && !writable_))
+        return true;
+    const bool isHeldStill = lock_ && lock_->isHeld();
+    return identity_.isUntouched(FileIdentity::ofDescriptor(file_.get())) && (isHeldStill || !isFresh_);
 }
 
 bool SafeFileStream::openForWriting()
@@ -134,7 +170,7 @@ void SafeFileStream::waitForClock()
 
 SafeFileStream::Outcome SafeFileStream::commit()
 {
-    if (!writable_ || refused_ || reader_.failed())
+    if (!writable_ || isRefused())
         return Outcome::Failed;
     const FileChange change{target_, file_.get(), identity_, content_};
     if (!change.isCurrent())
@@ -153,25 +189,37 @@ SafeFileStream::Outcome SafeFileStream::commit()
 
 TagLib::ByteVector SafeFileStream::readBlock(std::size_t length)
 {
-    if (!isOpen() || refused_ || position_ < 0 || position_ >= content_.length())
+    if (!isOpen() || isRefused() || position_ < 0 || position_ >= content_.length())
+        return {};
+    if (guard_.endsSearch(position_, length))
         return {};
     length = std::min(length, static_cast<std::size_t>(content_.length() - position_));
     TagLib::ByteVector bytes(static_cast<unsigned int>(length));
-    std::size_t done = 0;
-    content_.visit(position_, static_cast<std::int64_t>(length), [&](std::int64_t, const PieceTable::Piece& piece) {
-        const auto size = static_cast<std::size_t>(piece.length);
-        char* into = bytes.data() + done;
-        if (piece.isOriginal())
-            reader_.read(piece.offset, into, size);
-        else
-            std::memcpy(into, piece.data(), size);
-        done += size;
-    });
-    refused_ = !guard_.accepts(position_, bytes);
-    if (refused_)
+    readPieces(length, bytes.data());
+    if (reader_.error() != 0) {
+        FailureReason::note(reader_.error());
         return {};
+    }
+    refused_ = !guard_.accepts(position_, bytes);
+    if (refused_) {
+        FailureReason::note(FailureReason::tooCostly);
+        return {};
+    }
     position_ += static_cast<TagLib::offset_t>(length);
     return bytes;
+}
+
+void SafeFileStream::readPieces(std::size_t length, char* into)
+{
+    const auto readPiece = [&](std::int64_t position, const PieceTable::Piece& piece) {
+        char* begin = into + (position - position_);
+        const auto size = static_cast<std::size_t>(piece.length);
+        if (piece.isOriginal())
+            reader_.read(piece.offset, begin, size);
+        else
+            std::memcpy(begin, piece.data(), size);
+    };
+    content_.visit(position_, static_cast<std::int64_t>(length), readPiece);
 }
 
 void SafeFileStream::writeBlock(const TagLib::ByteVector& data)

@@ -46,8 +46,16 @@ public:
         return result;
     }
 
-    /// Whether the content is such that TagLib must not be let at it; it was shown an empty file from there on.
-    bool isRefused() const { return refused_; }
+    /// Starts again with what the path names now, as after the constructor. A file that is only read is locked as well,
+    /// so that a change by another of our programs is over.
+    void reopen();
+
+    /// Whether what was read so far is what the file held at one moment, and holds.
+    bool isSettled() const;
+
+    /// Whether the content can't be read, or is such that TagLib must not be let at it, for a reason that is noted. It
+    /// was shown an empty file from there on.
+    bool isRefused() const { return refused_ || reader_.error() != 0; }
 
     TagLib::FileName name() const override { return path_.constData(); }
     TagLib::ByteVector readBlock(std::size_t length) override;
@@ -62,19 +70,24 @@ public:
     void truncate(TagLib::offset_t length) override;
 
 private:
+    void start();
     bool open(int access);
     bool openForReading();
     bool openForWriting();
     bool recover();
     void waitForClock();
+    void readPieces(std::size_t length, char* into);
     void replace(TagLib::offset_t start, std::size_t removed, const TagLib::ByteVector& data);
 
     QByteArray path_;   ///< as given: TagLib looks at its extension
     QByteArray target_; ///< absolute, links followed
+    Mode mode_;
     FileDescriptor file_;
     std::optional<FileLock> lock_;
     bool writable_ = false;
+    bool isAgain_ = false; ///< whether the file was opened before
     FileIdentity identity_;
+    bool isFresh_ = false; ///< changed so lately that the file's time would not tell the next change
     BlockReader reader_;
     PieceTable content_;
     TagLib::offset_t position_ = 0;

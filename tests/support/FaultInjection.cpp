@@ -10,11 +10,13 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 namespace {
 
+using FaultInjection::Calls;
 using FaultInjection::Kind;
 
 FaultInjection::Fault fault;
@@ -26,12 +28,20 @@ bool hasLinks = true;
 
 /// Does the work, a function of how much of it is to be done, as far as the fault allows.
 template <class Work>
-auto callPart(size_t size, std::invoke_result_t<Work, size_t> failure, Work work)
+auto callPart(size_t size, std::invoke_result_t<Work, size_t> failure, Work work, Calls calls = Calls::Writing)
 {
+    if (calls != fault.calls)
+        return work(size);
     const bool strikes = callsLeft > 0 && --callsLeft == 0;
     if (!strikes && !(struck && fault.kind == Kind::ErrorFromNowOn))
         return work(size);
     struck = true;
+    if (fault.kind == Kind::Meanwhile) {
+        fault.meanwhile();
+        return work(size);
+    }
+    if (fault.kind == Kind::End)
+        return work(0);
     if (fault.kind == Kind::Short)
         return work((size + 1) / 2);
     if (fault.kind == Kind::KillHalfway) {
@@ -46,11 +56,13 @@ auto callPart(size_t size, std::invoke_result_t<Work, size_t> failure, Work work
 template <class... Arguments>
 int callWhole(long number, Arguments... arguments)
 {
-    if (callsLeft == 1 && fault.kind == Kind::Short)
+    const Calls calls = number == SYS_statx ? Calls::Reading : Calls::Writing;
+    if (calls == fault.calls && callsLeft == 1 && (fault.kind == Kind::Short || fault.kind == Kind::End))
         ++callsLeft;
     // No power is cut here, so what is to reach the disk need not.
     const bool skip = armed && (number == SYS_fsync || number == SYS_fdatasync || number == SYS_syncfs);
-    return callPart(0, -1, [=](size_t) { return skip ? 0 : static_cast<int>(::syscall(number, arguments...)); });
+    return callPart(
+        0, -1, [=](size_t) { return skip ? 0 : static_cast<int>(::syscall(number, arguments...)); }, calls);
 }
 
 } // namespace
@@ -90,9 +102,27 @@ ssize_t pwrite(int file, const void* bytes, size_t size, off_t offset)
 
 ssize_t copy_file_range(int from, off64_t* fromOffset, int to, off64_t* toOffset, size_t size, unsigned int flags)
 {
-    return callPart(size, -1, [=](size_t part) -> ssize_t {
+    const auto work = [=](size_t part) -> ssize_t {
         return ::syscall(SYS_copy_file_range, from, fromOffset, to, toOffset, part, flags);
-    });
+    };
+    return callPart(size, -1, work, fault.calls);
+}
+
+ssize_t read(int file, void* bytes, size_t size)
+{
+    return callPart(
+        size, -1, [=](size_t part) -> ssize_t { return ::syscall(SYS_read, file, bytes, part); }, Calls::Reading);
+}
+
+ssize_t pread(int file, void* bytes, size_t size, off_t offset)
+{
+    const auto work = [=](size_t part) -> ssize_t { return ::syscall(SYS_pread64, file, bytes, part, offset); };
+    return callPart(size, -1, work, Calls::Reading);
+}
+
+int statx(int folder, const char* path, int flags, unsigned int mask, struct statx* status) noexcept
+{
+    return callWhole(SYS_statx, folder, path, flags, mask, status);
 }
 
 int ftruncate(int file, off_t length) noexcept
@@ -156,6 +186,11 @@ size_t fwrite(const void* bytes, size_t size, size_t count, FILE* file)
     static const auto next = reinterpret_cast<decltype(&fwrite)>(::dlsym(RTLD_NEXT, "fwrite"));
     const auto work = [=](size_t part) { return next(bytes, size, part, file); };
     return file == stdout || file == stderr ? work(count) : callPart(count, 0, work);
+}
+
+ssize_t pread64(int file, void* bytes, size_t size, off64_t offset)
+{
+    return pread(file, bytes, size, offset);
 }
 
 ssize_t pwrite64(int file, const void* bytes, size_t size, off64_t offset)

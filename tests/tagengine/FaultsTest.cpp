@@ -12,18 +12,56 @@
 namespace {
 
 namespace fs = std::filesystem;
+using FaultInjection::Calls;
 using FaultInjection::Fault;
 using FaultInjection::Kind;
 using WritingOperations::growth;
 using WritingOperations::NamedOperation;
 using WritingOperations::Operation;
+using Faults = QMap<QString, Fault>;
 
-const QMap<QString, Fault> faults{{u"full disk"_qs, {Kind::Error, ENOSPC}},
-                                  {u"disk error"_qs, {Kind::Error, EIO}},
-                                  {u"quota"_qs, {Kind::Error, EDQUOT}},
-                                  {u"full disk from then on"_qs, {Kind::ErrorFromNowOn, ENOSPC}},
-                                  {u"disk error from then on"_qs, {Kind::ErrorFromNowOn, EIO}},
-                                  {u"short"_qs, {Kind::Short}}};
+const Faults writeFaults{{u"full disk"_qs, {Kind::Error, ENOSPC}},
+                         {u"disk error"_qs, {Kind::Error, EIO}},
+                         {u"quota"_qs, {Kind::Error, EDQUOT}},
+                         {u"full disk from then on"_qs, {Kind::ErrorFromNowOn, ENOSPC}},
+                         {u"disk error from then on"_qs, {Kind::ErrorFromNowOn, EIO}},
+                         {u"short"_qs, {Kind::Short}}};
+
+const Faults readFaults{{u"disk error"_qs, {Kind::Error, EIO, Calls::Reading}},
+                        {u"disk error from then on"_qs, {Kind::ErrorFromNowOn, EIO, Calls::Reading}},
+                        {u"replaced on the server"_qs, {Kind::Error, ESTALE, Calls::Reading}},
+                        {u"interrupted"_qs, {Kind::Error, EINTR, Calls::Reading}},
+                        {u"short"_qs, {Kind::Short, 0, Calls::Reading}},
+                        {u"false end"_qs, {Kind::End, 0, Calls::Reading}}};
+
+/// All that can be asked about a file.
+struct Reading {
+    const char* name;
+    std::function<QVariant(const QString& path)> run; ///< an invalid value after a failure
+};
+
+template <class Answer>
+QVariant asVariant(const std::optional<Answer>& answer)
+{
+    return answer ? QVariant::fromValue(*answer) : QVariant();
+}
+
+QVariant contents(const QString& path)
+{
+    QByteArray image;
+    const auto found =
+        TaglibWrapper::readContents(path, path.right(3), [&](const QByteArray& bytes) { image = bytes + "."; });
+    const auto chapters = found ? found->chapters.value_or(QStringList()) : QStringList();
+    return found ? QVariantList{QVariant::fromValue(found->tags), image, chapters} : QVariant();
+}
+
+const std::vector<Reading> readings{
+    {"tags", [](const QString& path) { return asVariant(TaglibWrapper::getMetadata(path)); }},
+    {"contents", contents},
+    {"comment", [](const QString& path) { return asVariant(TaglibWrapper::getComment(path)); }},
+    {"picture", [](const QString& path) { return asVariant(TaglibWrapper::getImageData(path, path.right(3))); }},
+    {"chapters", [](const QString& path) { return asVariant(TaglibWrapper::getChapters(path)); }},
+    {"type", [](const QString& path) { return asVariant(TaglibWrapper::detectStreamType(path)); }}};
 
 /// TagLib alone.
 bool addCoverBare(const QString& path)
@@ -123,7 +161,8 @@ struct Tally {
     int points = 0;
     QStringList wrong;
 
-    void tryAll(const QString& fixture, const QString& placement, const NamedOperation& operation)
+    void tryAll(const QString& fixture, const QString& placement, const NamedOperation& operation,
+                const Faults& faults = writeFaults)
     {
         const Case example(fixture, placement, operation);
         if (!example.saves())
@@ -134,7 +173,29 @@ struct Tally {
                 const Ending ending = example.hit(call, *fault);
                 struck = ending.struck;
                 points += struck;
+                // A record that could not be looked at when it was made is empty, and goes at the next start.
+                if (fault->calls == Calls::Reading)
+                    TaglibWrapper::recoverInterruptedChanges();
                 add(QString::fromUtf8(operation.name) + u", "_qs + fault.key(), call, example.verdict(ending));
+            }
+        }
+    }
+    /// Every answer under a fault has to be the true one, or none with a reason where there is one.
+    void tryAll(const QString& path, const Reading& reading)
+    {
+        const QVariant truth = reading.run(path);
+        const auto answersWell = [&](const QString&) {
+            const QVariant answer = reading.run(path);
+            return answer == truth || (!answer.isValid() && !TaglibWrapper::failureReason().isEmpty());
+        };
+        for (auto fault = readFaults.begin(); fault != readFaults.end(); ++fault) {
+            bool struck = true;
+            for (int call = 1; struck; ++call) {
+                const Ending ending = run(answersWell, path, call, *fault);
+                struck = ending.struck;
+                points += struck;
+                add(QString::fromUtf8(reading.name) + u", "_qs + fault.key(), call,
+                    ending.saved ? QString() : u"wrong answer"_qs);
             }
         }
     }
@@ -173,6 +234,26 @@ private slots:
         Tally tally;
         for (std::size_t i = 0; i < count.toUInt(); ++i)
             tally.tryAll(fixture, placement, WritingOperations::all[i]);
+        judge(tally);
+    }
+
+    // File, and the number of operations that are tried on it; its name alone asks for all readings.
+    void meetTroubleInReading_data()
+    {
+        addRows({"v24.mp3", "chapters.mp3", "ape.mp3", "tagged.m4a", "info.wav", "no-extension-m4a",
+                 "roomy v24.mp3 | 9", "faststart.m4a | 8", "padded.m4a | 4", "info.wav | 2", "long v23.mp3 | 1"});
+    }
+
+    void meetTroubleInReading()
+    {
+        const auto [fixture, count] = row<2>();
+        Tally tally;
+        for (std::size_t i = 0; i < count.toUInt(); ++i)
+            tally.tryAll(fixture, u"plain"_qs, WritingOperations::all[i], readFaults);
+        const ScratchFolder scratch;
+        const QString path = count.isEmpty() ? scratch.copy(fixture) : QString();
+        for (std::size_t i = 0; count.isEmpty() && i < readings.size(); ++i)
+            tally.tryAll(path, readings[i]);
         judge(tally);
     }
 

@@ -48,6 +48,13 @@ QString roomyCopy(const ScratchFolder& scratch, const QString& fixture)
     return path;
 }
 
+/// A title in a tag at the start and an artist in one at the end, far from each other.
+QByteArray withTwoTags(char letter)
+{
+    return QByteArray("ID3\4\0\0\0\0\0\17TIT2\0\0\0\5\0\0\3", 21) + QByteArray(4, letter) + QByteArray(20'000, '\0')
+           + "TAG" + QByteArray(30, '\0') + QByteArray(30, letter) + QByteArray(65, '\0');
+}
+
 /// Makes this process the root of a name space of its own and mounts a small file system there.
 bool mountApart(const QByteArray& folder)
 {
@@ -220,6 +227,35 @@ private slots:
             QCOMPARE(ScratchFolder::contents(path).right(800), sound);
         }
         QVERIFY2(refused < rounds / 10, qPrintable(QString::number(refused)));
+    }
+
+    // Somebody else changes the file in place, at any of the calls that read it.
+    void readsWhatFileHeldAtOneMoment_data() { addRows({"v24.mp3", "faststart.m4a", "two tags"}); }
+
+    void readsWhatFileHeldAtOneMoment()
+    {
+        const bool isMade = row()[0] == u"two tags";
+        const QString path = scratch_->copy(isMade ? u"v24.mp3"_qs : row()[0]);
+        const QString other = scratch_->path(u"other."_qs + path.right(3));
+        if (isMade)
+            ScratchFolder::write(path, withTwoTags('a'));
+        ScratchFolder::write(other, isMade ? withTwoTags('b') : ScratchFolder::contents(path));
+        QVERIFY(isMade || saveTitle(other, longText));
+        const QByteArray states[]{ScratchFolder::contents(path), ScratchFolder::contents(other)};
+        const std::optional<PropertyMap> answers[]{TaglibWrapper::getMetadata(path),
+                                                   TaglibWrapper::getMetadata(other)};
+        for (const int from : {0, 1}) {
+            int call = 0;
+            do {
+                ScratchFolder::write(path, states[from]);
+                FaultInjection::arm(++call, {FaultInjection::Kind::Meanwhile, 0, FaultInjection::Calls::Reading,
+                                             [&] { ScratchFolder::write(path, states[1 - from]); }});
+                const auto answer = TaglibWrapper::getMetadata(path);
+                QVERIFY2(answer == answers[0] || answer == answers[1], qPrintable(TaglibWrapper::failureReason()));
+            } while (FaultInjection::hasStruck());
+            FaultInjection::arm(0, {});
+            QVERIFY(call > 3);
+        }
     }
 
     void waitsForAnotherSave()

@@ -1,11 +1,17 @@
 #include "tagengine/TaglibWrapper.h"
+#include "support/ChildProcess.h"
 #include "support/ConsoleCapture.h"
+#include "support/HostileFiles.h"
 #include "support/OtherReaders.h"
 #include "support/PropertyText.h"
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
 
 #include <iostream>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <unistd.h>
 
 namespace {
 
@@ -41,6 +47,27 @@ auto countWrites(const QString& path)
                             TaglibWrapper::setChapters(path, {u"Intro@0"_qs}),
                             TaglibWrapper::setImageData("picture", path, path.right(3))};
     return std::count(saved.begin(), saved.end(), true);
+}
+
+/// What this process has used at most: memory in bytes, and seconds.
+std::pair<qint64, double> used()
+{
+    struct rusage usage {};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return {usage.ru_maxrss * qint64(1024), double(usage.ru_utime.tv_sec) + double(usage.ru_utime.tv_usec) / 1e6};
+}
+
+/// From here on, this process gets little more memory than it has.
+void limitMemory(rlim_t more)
+{
+    QFile sizes(u"/proc/self/statm"_qs);
+    if (!sizes.open(QIODevice::ReadOnly))
+        qFatal("Can't tell the size of the process");
+    const rlim_t now = sizes.readAll().split(' ').front().toULong() * rlim_t(::sysconf(_SC_PAGESIZE));
+    const struct rlimit limit {
+        now + more, now + more
+    };
+    ::setrlimit(RLIMIT_AS, &limit);
 }
 
 } // namespace
@@ -200,6 +227,56 @@ private slots:
         const QString error = u"Error: TagLib::FileRef.isNull: Unable to open file:"_qs + path + u'\n';
         QCOMPARE(console.text(),
                  u"FileRef is nil for: "_qs + path + u'\n' + error.repeated(3) + u"Unable to write comment\n"_qs);
+    }
+
+    // Whether the file opens all the same.
+    void takesLittleForAnyFile_data()
+    {
+        addRows({"nothing.mp3 | opens", "values.mp3", "compressed.mp3", "text.mp3", "frames.mp3", "chapter.mp3",
+                 "tags.mp3", "items.mp3", "values.m4a", "pictures.m4a", "atoms.m4a", "chunks.wav"});
+    }
+
+    void takesLittleForAnyFile()
+    {
+        const auto [name, expected] = row<2>();
+        const ScratchFolder scratch;
+        const QString path = scratch.path(name);
+        const QByteArray bytes = HostileFiles::made(name);
+        ScratchFolder::write(path, bytes);
+        if (bytes.isEmpty())
+            QVERIFY(QFile::resize(path, 300 << 20));
+        enum { Opens = 1, Large = 2, Slow = 4, NoReason = 8 };
+        const int code = inChildProcess([&] {
+            const auto before = used();
+            const bool isOpen =
+                TaglibWrapper::readContents(path, path.right(3), [](const QByteArray&) {}).has_value();
+            const bool hasReason = isOpen || !TaglibWrapper::failureReason().isEmpty();
+            const auto after = used();
+            const bool isLarge = after.first - before.first > 8 * bytes.size() + (32 << 20);
+            return isOpen * Opens + isLarge * Large + (after.second - before.second > 1) * Slow
+                   + !hasReason * NoReason;
+        });
+        QCOMPARE(code, expected.isEmpty() ? 0 : int(Opens));
+        QVERIFY(!expected.isEmpty() || !TaglibWrapper::removeAllTagsAndImages(path));
+        QVERIFY(bytes.isEmpty() || ScratchFolder::contents(path) == bytes);
+    }
+
+    void failsAloneWhereMemoryRunsOut()
+    {
+#ifdef __SANITIZE_ADDRESS__
+        QSKIP("The sanitizer needs the memory for itself");
+#endif
+        const Copy good(u"v24.mp3"_qs);
+        const QString large = good.scratch.path(u"large.mp3"_qs);
+        ScratchFolder::write(large, HostileFiles::id3v23(QByteArray(100'000'000, '\0')));
+        const int failures = inChildProcess([&] {
+            ::signal(SIGABRT, SIG_DFL);
+            limitMemory(30 << 20);
+            const bool isRead = TaglibWrapper::getMetadata(large).has_value();
+            const bool hasReason = TaglibWrapper::failureReason() == qt_error_string(ENOMEM);
+            return isRead + !hasReason + int(countWrites(large)) + int(6 - countWrites(good.path));
+        });
+        QCOMPARE(failures, 0);
     }
 
     void convertsWideText()
