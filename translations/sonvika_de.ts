@@ -825,11 +825,11 @@
     </message>
     <message>
         <source>Begins with a dot, which hides it</source>
-        <translation>Beginnt mit einem Punkt, der sie versteckt</translation>
+        <translation>Beginnt mit einem Punkt und wird dadurch versteckt</translation>
     </message>
     <message>
         <source>Goes into the folder &quot;%1&quot;; a dot in front hides it</source>
-        <translation>Geht in den Ordner „%1“; ein Punkt am Anfang versteckt sie</translation>
+        <translation>Geht in den Ordner „%1“; durch den Punkt am Anfang versteckt</translation>
     </message>
     <message>
         <source>Goes into the folder &quot;%1&quot;</source>

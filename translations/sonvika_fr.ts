@@ -825,11 +825,11 @@
     </message>
     <message>
         <source>Begins with a dot, which hides it</source>
-        <translation>Commence par un point, qui le masque</translation>
+        <translation>Commence par un point, ce qui le masque</translation>
     </message>
     <message>
         <source>Goes into the folder &quot;%1&quot;; a dot in front hides it</source>
-        <translation>Va dans le dossier «&#xa0;%1&#xa0;»&#xa0;; un point au début le masque</translation>
+        <translation>Va dans le dossier «&#xa0;%1&#xa0;»&#xa0;; masqué par le point au début</translation>
     </message>
     <message>
         <source>Goes into the folder &quot;%1&quot;</source>

@@ -15,6 +15,16 @@ QString translated(const char* text)
     return QCoreApplication::translate("NameRules", text);
 }
 
+/// A long one by its beginning, so that the remark leaves room for the names beside it.
+QString shortened(const QString& folder)
+{
+    constexpr qsizetype longest = 30;
+    if (folder.size() <= longest)
+        return folder;
+    const bool splitsPair = folder[longest - 1].isHighSurrogate();
+    return folder.left(splitsPair ? longest - 1 : longest) + QChar(0x2026);
+}
+
 } // namespace
 
 QString NameRules::leadsOut()
@@ -47,5 +57,5 @@ QString NameRules::remarkOn(const QString& name)
     const QString text =
         isHidden ? translated(QT_TRANSLATE_NOOP("NameRules", "Goes into the folder \"%1\"; a dot in front hides it"))
                  : translated(QT_TRANSLATE_NOOP("NameRules", "Goes into the folder \"%1\""));
-    return text.arg(folder);
+    return text.arg(shortened(folder));
 }

@@ -17,7 +17,8 @@ QString leadsOut();
 /// @param folder that of the file, with "/" at its end. @param name as the format built it for the record.
 QString objectionTo(const QString& folder, const QString& name, const QStringList& format, const AudioFile& record);
 
-/// What is worth knowing of a name before it is given: that it leads into a folder, or is hidden. Mostly empty.
+/// What is worth knowing of a name before it is given: that it leads into a folder (a long one is shortened), or is
+/// hidden. Mostly empty.
 QString remarkOn(const QString& name);
 
 } // namespace NameRules
