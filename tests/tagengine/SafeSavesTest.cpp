@@ -1,5 +1,4 @@
-#include "support/ChildProcess.h"
-#include "support/FaultInjection.h"
+#include "support/CutShort.h"
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
 #include "tagengine/InterruptedChange.h"
@@ -37,15 +36,6 @@ bool saveTitle(const QString& path, const QString& title)
 QString title(const QString& path)
 {
     return TaglibWrapper::getTitle(path).value_or(QString());
-}
-
-/// A copy of a fixture, after room was made in its tag.
-QString roomyCopy(const ScratchFolder& scratch, const QString& fixture)
-{
-    const QString path = scratch.copy(fixture);
-    if (!TaglibWrapper::writeComment(path, longText) || !TaglibWrapper::writeComment(path, u"Short"_qs))
-        qFatal("Can't make room in %s", qUtf8Printable(fixture));
-    return path;
 }
 
 /// A title in a tag at the start and an artist in one at the end, far from each other.
@@ -288,8 +278,7 @@ private slots:
     {
         const auto [event, expected] = row<2>();
         QString path = roomyCopy(*scratch_, u"v24.mp3"_qs);
-        const QByteArray before = ScratchFolder::contents(path);
-        const QByteArray halfway = cutShort(path);
+        const auto [before, halfway, ended] = cutShort(path);
         const QString record = records().filePath(u"0.slot"_qs);
         const QString other = scratch_->path(u"renamed.mp3"_qs);
         QByteArray now = halfway;
@@ -312,7 +301,7 @@ private slots:
         else if (event == u"restored from a backup")
             now = before;
         else if (event == u"came to its end")
-            now = ended_;
+            now = ended;
         if (event != u"moved" && (event == u"other inode" || now != ScratchFolder::contents(path)))
             ScratchFolder::write(path, now);
 
@@ -407,27 +396,6 @@ private slots:
 private:
     QDir records() const { return QDir(scratch_->path(u"state/sonvika/undo"_qs)); }
 
-    /// Kills a change of the file halfway. @return what the file holds then.
-    QByteArray cutShort(const QString& path)
-    {
-        const QByteArray before = ScratchFolder::contents(path);
-        saveTitle(path, longerTitle);
-        ended_ = ScratchFolder::contents(path);
-        ScratchFolder::write(path, before);
-        QByteArray halfway = before;
-        for (int call = 1; halfway == before || halfway == ended_; ++call) {
-            TaglibWrapper::recoverInterruptedChanges();
-            const int code = inChildProcess([&] {
-                FaultInjection::arm(call, {FaultInjection::Kind::KillHalfway});
-                return int(saveTitle(path, longerTitle));
-            });
-            if (code != -SIGKILL)
-                qFatal("There is no halfway");
-            halfway = ScratchFolder::contents(path);
-        }
-        return halfway;
-    }
-
     /// What another editor does, which knows nothing of locks: writes the first artist of the tag over, in two calls.
     static void writeArtist(const QString& path, const QByteArray& artist, bool isInPlace, int pause)
     {
@@ -459,7 +427,6 @@ private:
     }
 
     std::optional<ScratchFolder> scratch_;
-    QByteArray ended_; ///< what the file that was cut short was to become
 };
 
 QTEST_GUILESS_MAIN(SafeSavesTest)
