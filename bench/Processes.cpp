@@ -6,7 +6,6 @@
 #include "app/ui/Program.h"
 #include "platform/DBusApplication.h"
 #include "platform/SessionBus.h"
-#include "tagengine/TaglibWrapper.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -120,8 +119,8 @@ void Parts::startChild(int argc, char* argv[])
     Translations::install(QLocale::system());
     DBusApplication onTheBus;
     onTheBus.claim();
-    TaglibWrapper::recoverInterruptedChanges();
     Program program;
+    program.recovery.start();
     program.panels.setParentWindow(&program.window);
     program.window.attachPreview(program.preview);
     program.window.attachFailures(program.failures);

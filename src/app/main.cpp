@@ -6,7 +6,6 @@
 #include "platform/PathBytes.h"
 #include "platform/SessionBus.h"
 #include "platform/StandardStreams.h"
-#include "tagengine/TaglibWrapper.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -170,8 +169,8 @@ int main(int argc, char* argv[])
     if (isServedElsewhere(onTheBus, options))
         return 0;
 
-    TaglibWrapper::recoverInterruptedChanges();
     Program program;
+    program.recovery.start();
     program.panels.setParentWindow(&program.window);
     connectWindows(program);
     connectWork(program);

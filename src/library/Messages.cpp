@@ -78,6 +78,11 @@ QString couldNotReceiveAudioFile(const QString& error)
     return translated(QT_TRANSLATE_NOOP("Messages", "Couldn't recieve audiofile drop: %@"), error);
 }
 
+QString couldNotTakeBack()
+{
+    return translated(QT_TRANSLATE_NOOP("Messages", "An interrupted change could not be taken back"));
+}
+
 QString noLongerInList(int files)
 {
     return QCoreApplication::translate(

@@ -19,6 +19,7 @@ QString unableToRemoveAllTags();
 QString couldNotReceiveAudioFile(const QString& error);
 QString unableToRemoveAlbumArt();
 QString unableToRemoveUnsupportedTags();
+QString couldNotTakeBack();
 QString noLongerInList(int files);
 QString couldNotRename(const QString& path, const QString& error);
 

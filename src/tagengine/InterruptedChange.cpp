@@ -6,9 +6,12 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <condition_variable>
 #include <mutex>
+#include <system_error>
 #include <thread>
+#include <utility>
 
 QString InterruptedChange::reasonText() const
 {
@@ -32,6 +35,7 @@ namespace InterruptedChanges {
 struct Search::Shared {
     std::mutex mutex;
     std::condition_variable ended;
+    std::function<void()> whenDone;
     bool isDone = false;
     std::optional<QList<InterruptedChange>> left;
 };
@@ -39,6 +43,12 @@ struct Search::Shared {
 QList<InterruptedChange> recover()
 {
     return Recovery::recoverAll();
+}
+
+bool isLeft(const QString& id)
+{
+    const auto left = recover();
+    return std::any_of(left.begin(), left.end(), [&](const InterruptedChange& change) { return change.id == id; });
 }
 
 std::optional<QString> restoreCopy(const QString& id)
@@ -52,21 +62,39 @@ bool forget(const QString& id)
     return Recovery::forget(id);
 }
 
-Search::Search() : shared_(std::make_shared<Shared>())
+Search::Search(std::function<void()> whenDone) : shared_(std::make_shared<Shared>())
 {
-    if (RecordSlots::inForce().empty()) {
+    shared_->whenDone = std::move(whenDone);
+    if (RecordSlots::inForce().empty() || !begin()) {
         shared_->isDone = true;
         shared_->left.emplace();
-        return;
     }
-    // Nothing waits for this thread at the end: what it was doing is done at the next start.
-    std::thread([shared = shared_] {
+}
+
+bool Search::begin()
+{
+    const auto search = [shared = shared_] {
         QList<InterruptedChange> left = recover();
         const std::lock_guard guard(shared->mutex);
         shared->left = std::move(left);
         shared->isDone = true;
         shared->ended.notify_all();
-    }).detach();
+        if (shared->whenDone)
+            shared->whenDone();
+    };
+    try {
+        // Nothing waits for this thread at the end: what it was doing is done at the next start.
+        std::thread(search).detach();
+        return true;
+    } catch (const std::system_error&) {
+        return false;
+    }
+}
+
+Search::~Search()
+{
+    const std::lock_guard guard(shared_->mutex);
+    shared_->whenDone = nullptr;
 }
 
 std::optional<QList<InterruptedChange>> Search::wait(std::chrono::milliseconds patience)
@@ -74,12 +102,6 @@ std::optional<QList<InterruptedChange>> Search::wait(std::chrono::milliseconds p
     std::unique_lock lock(shared_->mutex);
     shared_->ended.wait_for(lock, patience, [this] { return shared_->isDone; });
     return std::exchange(shared_->left, std::nullopt);
-}
-
-bool Search::isDone() const
-{
-    const std::lock_guard guard(shared_->mutex);
-    return shared_->isDone;
 }
 
 } // namespace InterruptedChanges

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -32,6 +33,10 @@ namespace InterruptedChanges {
 /// @return what is left, each with why.
 QList<InterruptedChange> recover();
 
+/// Tries once more to take back what can be taken back, as a disk may have come back since: to be asked before a way out
+/// is taken. @return whether that change is left still; false too when it was forgotten meanwhile.
+bool isLeft(const QString& id);
+
 /// Writes the file as it was before the change, as far as is known, to a new file in the same folder.
 /// @return the new file's path, and the change is forgotten; none when it could not be written, and
 /// TaglibWrapper::failureReason says why.
@@ -41,18 +46,22 @@ std::optional<QString> restoreCopy(const QString& id);
 bool forget(const QString& id);
 
 /// recover() on a thread of its own, as a file may lie on a disk that does not answer. Does nothing, and is done at once,
-/// when there is no such change.
+/// when there is no such change, or no thread. The end of the program does not wait for it.
 class Search {
 public:
-    Search();
+    /// @param whenDone is called on that thread, if there is one, when the search has come to its end, and never after
+    /// this object is gone. It must neither wait nor use this object.
+    explicit Search(std::function<void()> whenDone = {});
+    ~Search();
 
     /// Waits until it has come to its end.
     /// @return what is left, once; none when it has not come to its end by then, and when it was given already.
     std::optional<QList<InterruptedChange>> wait(std::chrono::milliseconds patience);
-    /// Whether it has come to its end.
-    bool isDone() const;
+    Q_DISABLE_COPY_MOVE(Search)
 
 private:
+    bool begin();
+
     struct Shared;
     std::shared_ptr<Shared> shared_;
 };

@@ -1,8 +1,10 @@
 #include "app/LongWork.h"
 #include "app/FailureLog.h"
+#include "app/StartRecovery.h"
 #include "app/ui/MessagesWindow.h"
 #include "app/ui/StatusLine.h"
 #include "fakes/Desk.h"
+#include "support/CutShort.h"
 #include "support/Rows.h"
 
 #include <QClipboard>
@@ -125,6 +127,45 @@ private slots:
         QCOMPARE(table->model()->rowCount(), 0);
         QTest::keyClick(table, Qt::Key_Return);
         QVERIFY(!messages->isVisible());
+    }
+
+    // what has become of a file whose change was cut short | what the user presses | the message then
+    void interruptedChangesAreListedWithWaysOut_data()
+    {
+        addRows({"grown | &Restore a Copy Beside It | Restored beside it as h (restored).mp3",
+                 "grown | &Forget | The interrupted change is forgotten; the file stays as it is",
+                 "gone | &Restore a Copy Beside It | No copy could be restored (No such file or directory)",
+                 "back again | &Forget | The interrupted change has been taken back, or forgotten elsewhere"});
+    }
+    void interruptedChangesAreListedWithWaysOut()
+    {
+        const auto [event, pressed, message] = row<3>();
+        const ScratchFolder scratch;
+        qputenv("XDG_STATE_HOME", QFile::encodeName(scratch.path(u"state"_qs)));
+        const QString path = roomyCopy(scratch, u"v24.mp3"_qs, u"h.mp3"_qs);
+        const auto file = cutShort(path);
+        if (event == u"grown")
+            ScratchFolder::write(path, file.halfway + 'x');
+        else
+            QVERIFY(QFile::remove(path));
+        FailureLog log;
+        StartRecovery recovery(log);
+        recovery.start();
+        QTRY_COMPARE(log.rowCount(), 1);
+        log.append({{}, u"Unsupported file type"_qs, {}});
+        MessagesWindow messages(log, &desk_->window);
+        auto& chosen = button(messages, pressed);
+        QVERIFY(chosen.isEnabled());
+        if (event == u"back again")
+            ScratchFolder::write(path, file.halfway);
+        chosen.click();
+        QCOMPARE(log.index(0, FailureLog::Message).data().toString(), message);
+        QCOMPARE(chosen.isEnabled(), event == u"gone");
+        if (event == u"back again")
+            QCOMPARE(ScratchFolder::contents(path), file.before);
+        if (event == u"grown")
+            QCOMPARE(ScratchFolder::contents(path), file.halfway + 'x');
+        QCOMPARE(InterruptedChanges::recover().size(), event == u"gone" ? 1 : 0);
     }
 
 private:

@@ -1,7 +1,6 @@
 #include "app/ui/Program.h"
 #include "naming/ui/TokenField.h"
 #include "platform/DBusApplication.h"
-#include "tagengine/TaglibWrapper.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -69,8 +68,8 @@ int main(int argc, char* argv[])
     const QStringList arguments = QCoreApplication::arguments();
     DBusApplication onTheBus;
     onTheBus.claim();
-    TaglibWrapper::recoverInterruptedChanges();
     Program program;
+    program.recovery.start();
     program.window.attachPreview(program.preview);
     program.delegate.applicationWillFinishLaunching();
     program.window.show();

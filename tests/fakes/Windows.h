@@ -13,6 +13,7 @@
 #include "fakes/FakeFeedFetcher.h"
 #include "naming/ui/FileFormatController.h"
 #include "naming/ui/TokenField.h"
+#include "tagengine/InterruptedChange.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -90,7 +91,7 @@ private:
     QWidget& openMessages()
     {
         desk_.window.attachFailures(failures_);
-        failures_.append({u"/music/x.mp3"_qs, u"Unable to update tags for: /music/x.mp3"_qs, u"No space left"_qs});
+        failures_.appendInterrupted({u"0"_qs, u"/music/x.mp3"_qs, InterruptedChange::Reason::Missing});
         desk_.find<QToolButton>(u"messages"_qs)->click();
         auto* window = desk_.find<MessagesWindow>();
         appear(*window);

@@ -1,25 +1,34 @@
 #pragma once
 
 #include <QDialog>
+#include <QList>
 
 class FailureLog;
+class QAction;
 class QTreeView;
 
-/// The list of what went wrong. All of it or the selected rows can be copied, and it can be emptied.
+/// The list of what went wrong. All of it or the selected rows can be copied, and it can be emptied. Once it tells of an
+/// interrupted change that is left, there are buttons for the ways out.
 class MessagesWindow : public QDialog {
     Q_OBJECT
 
 public:
     MessagesWindow(FailureLog& log, QWidget* parent);
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
+    void setUpTable();
+    QWidget* makeWaysOut();
+    void addWayOut(QWidget& row, const QString& text, const QString& meaning, void (FailureLog::*take)(int row));
+    QWidget* makeButtons();
+    void selectFirstUndecided();
+    void offerWaysOut();
+    QList<int> selectedRows() const;
+    QList<int> selectedUndecided() const;
     void copyAll() const;
-    void copySelected() const;
     void copy(const QList<int>& rows) const;
 
     FailureLog& log_;
     QTreeView* table_;
+    QWidget* waysOutRow_;
+    QList<QAction*> waysOut_;
 };

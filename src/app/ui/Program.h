@@ -5,6 +5,7 @@
 #include "app/LongWork.h"
 #include "app/NotificationPoster.h"
 #include "app/PreviewController.h"
+#include "app/StartRecovery.h"
 #include "app/Updater.h"
 #include "app/ViewController.h"
 #include "app/ui/Appearance.h"
@@ -41,6 +42,7 @@ struct Program {
     UserDefaults defaults;
     DBusNotificationService notificationService;
     FailureLog failures;
+    StartRecovery recovery{failures};
     NotificationPoster notifier{defaults, notificationService};
     RecentFilesList recentDocuments;
     FileDialogs panels;
