@@ -390,6 +390,26 @@
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
     </message>
+    <message>
+        <source>Restored beside it as %1</source>
+        <translation>Daneben wiederhergestellt als %1</translation>
+    </message>
+    <message>
+        <source>No copy could be restored</source>
+        <translation>Es konnte keine Kopie wiederhergestellt werden</translation>
+    </message>
+    <message>
+        <source>The interrupted change is forgotten; the file stays as it is</source>
+        <translation>Die unterbrochene Änderung ist vergessen; die Datei bleibt, wie sie ist</translation>
+    </message>
+    <message>
+        <source>The interrupted change could not be forgotten</source>
+        <translation>Die unterbrochene Änderung konnte nicht vergessen werden</translation>
+    </message>
+    <message>
+        <source>The interrupted change has been taken back, or forgotten elsewhere</source>
+        <translation>Die unterbrochene Änderung wurde inzwischen zurückgenommen oder anderswo vergessen</translation>
+    </message>
 </context>
 <context>
     <name>FailureReason</name>
@@ -455,7 +475,7 @@
     </message>
     <message>
         <source>Another program has locked the file</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein anderes Programm hat die Datei gesperrt</translation>
     </message>
     <message>
         <source>Reading the tags of this file would take too much memory or time</source>
@@ -628,23 +648,23 @@
     <name>InterruptedChange</name>
     <message>
         <source>The file is not there</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei ist nicht da</translation>
     </message>
     <message>
         <source>The file lies on a different volume now</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei liegt jetzt auf einem anderen Datenträger</translation>
     </message>
     <message>
         <source>The file has been changed since</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei wurde seitdem verändert</translation>
     </message>
     <message>
         <source>The file could not be read and written</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei konnte nicht gelesen und geschrieben werden</translation>
     </message>
     <message>
         <source>Another program has locked the file</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein anderes Programm hat die Datei gesperrt</translation>
     </message>
 </context>
 <context>
@@ -797,6 +817,10 @@
             <numerusform>%Ln Dateien stehen nicht mehr in der Liste, ihre Cover bleiben, wie sie sind</numerusform>
         </translation>
     </message>
+    <message>
+        <source>An interrupted change could not be taken back</source>
+        <translation>Unterbrochene Änderung nicht zurückgenommen</translation>
+    </message>
 </context>
 <context>
     <name>MessagesWindow</name>
@@ -811,6 +835,26 @@
     <message>
         <source>C&amp;lear</source>
         <translation>&amp;Leeren</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Restore a Copy Beside It</source>
+        <translation>Kopie &amp;daneben wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Save the file as it was before the interrupted change as a new file in the same folder</source>
+        <translation>Die Datei, wie sie vor der unterbrochenen Änderung war, als neue Datei im selben Ordner speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Forget</source>
+        <translation>&amp;Vergessen</translation>
+    </message>
+    <message>
+        <source>Leave the file as it is, and forget the interrupted change</source>
+        <translation>Die Datei lassen, wie sie ist, und die unterbrochene Änderung vergessen</translation>
     </message>
 </context>
 <context>

@@ -390,6 +390,26 @@
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
     </message>
+    <message>
+        <source>Restored beside it as %1</source>
+        <translation>Restauré à côté sous le nom %1</translation>
+    </message>
+    <message>
+        <source>No copy could be restored</source>
+        <translation>Aucune copie n’a pu être restaurée</translation>
+    </message>
+    <message>
+        <source>The interrupted change is forgotten; the file stays as it is</source>
+        <translation>La modification interrompue est oubliée ; le fichier reste tel quel</translation>
+    </message>
+    <message>
+        <source>The interrupted change could not be forgotten</source>
+        <translation>La modification interrompue n’a pas pu être oubliée</translation>
+    </message>
+    <message>
+        <source>The interrupted change has been taken back, or forgotten elsewhere</source>
+        <translation>La modification interrompue a été annulée entre-temps, ou oubliée ailleurs</translation>
+    </message>
 </context>
 <context>
     <name>FailureReason</name>
@@ -455,7 +475,7 @@
     </message>
     <message>
         <source>Another program has locked the file</source>
-        <translation type="unfinished"></translation>
+        <translation>Un autre programme a verrouillé le fichier</translation>
     </message>
     <message>
         <source>Reading the tags of this file would take too much memory or time</source>
@@ -628,23 +648,23 @@
     <name>InterruptedChange</name>
     <message>
         <source>The file is not there</source>
-        <translation type="unfinished"></translation>
+        <translation>Le fichier n’est pas là</translation>
     </message>
     <message>
         <source>The file lies on a different volume now</source>
-        <translation type="unfinished"></translation>
+        <translation>Le fichier se trouve maintenant sur un autre volume</translation>
     </message>
     <message>
         <source>The file has been changed since</source>
-        <translation type="unfinished"></translation>
+        <translation>Le fichier a été modifié depuis</translation>
     </message>
     <message>
         <source>The file could not be read and written</source>
-        <translation type="unfinished"></translation>
+        <translation>Le fichier n’a pas pu être lu et écrit</translation>
     </message>
     <message>
         <source>Another program has locked the file</source>
-        <translation type="unfinished"></translation>
+        <translation>Un autre programme a verrouillé le fichier</translation>
     </message>
 </context>
 <context>
@@ -797,6 +817,10 @@
             <numerusform>%Ln fichiers ne sont plus dans la liste, leurs pochettes restent telles quelles</numerusform>
         </translation>
     </message>
+    <message>
+        <source>An interrupted change could not be taken back</source>
+        <translation>Modification interrompue non annulée</translation>
+    </message>
 </context>
 <context>
     <name>MessagesWindow</name>
@@ -811,6 +835,26 @@
     <message>
         <source>C&amp;lear</source>
         <translation>&amp;Vider</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copier</translation>
+    </message>
+    <message>
+        <source>&amp;Restore a Copy Beside It</source>
+        <translation>&amp;Restaurer une copie à côté</translation>
+    </message>
+    <message>
+        <source>Save the file as it was before the interrupted change as a new file in the same folder</source>
+        <translation>Enregistrer le fichier tel qu’il était avant la modification interrompue comme nouveau fichier dans le même dossier</translation>
+    </message>
+    <message>
+        <source>&amp;Forget</source>
+        <translation>&amp;Oublier</translation>
+    </message>
+    <message>
+        <source>Leave the file as it is, and forget the interrupted change</source>
+        <translation>Laisser le fichier tel quel et oublier la modification interrompue</translation>
     </message>
 </context>
 <context>

@@ -57,14 +57,15 @@ _sonvika_cli_options() {
         'chapters set') echo --chapter ;;
         rename) echo --token --dry-run --files-from ;;
         type) echo --content --files-from ;;
+        recover) echo --json --restore --forget ;;
     esac
 }
 
 # The words of the group of commands that begins with the given ones; nothing when they are a whole command.
 _sonvika_cli_commands() {
     case $1 in
-        '') echo show set number strip-unsupported strip-all art chapters rename type help ;;
-        help) echo show set number strip-unsupported strip-all art chapters rename type ;;
+        '') echo show set number strip-unsupported strip-all art chapters rename type recover help ;;
+        help) echo show set number strip-unsupported strip-all art chapters rename type recover ;;
         art | 'help art') echo get set remove ;;
         chapters | 'help chapters') echo get set ;;
     esac
@@ -109,7 +110,7 @@ _sonvika_cli() {
         return 0
     elif [[ -z $ended && $current == -* ]]; then
         _sonvika_cli_words "$current" "${options[@]}" -h --help
-    else
+    elif [[ $command != recover ]]; then
         _sonvika_cli_files "$current" 'mp3|m4a'
     fi
 }

@@ -11,7 +11,7 @@ namespace {
 
 using Command = CommandLine::Command;
 
-enum class Operands { Files, OneFile };
+enum class Operands { Files, OneFile, Ids };
 
 struct CommandForm {
     QString name;
@@ -36,6 +36,8 @@ const QString chapter = QStringLiteral("chapter");
 const QString token = QStringLiteral("token");
 const QString output = QStringLiteral("output");
 const QString image = QStringLiteral("image");
+const QString restore = QStringLiteral("restore");
+const QString forget = QStringLiteral("forget");
 const QString filesFrom = QStringLiteral("files-from");
 const QString helpOption = QStringLiteral("help");
 
@@ -51,6 +53,8 @@ const QList<OptionForm>& optionForms()
         {token, QStringLiteral("TEXT"), true},
         {output, QStringLiteral("IMAGE")},
         {image, QStringLiteral("IMAGE")},
+        {restore, {}},
+        {forget, {}},
         {filesFrom, QStringLiteral("FILE"), true},
     };
     return forms;
@@ -71,6 +75,7 @@ const QList<CommandForm>& commandForms()
         {QStringLiteral("chapters set"), Command::ChaptersSet, Operands::OneFile, {chapter}},
         {QStringLiteral("rename"), Command::Rename, Operands::Files, {token, dryRun}},
         {QStringLiteral("type"), Command::Type, Operands::Files, {content}},
+        {QStringLiteral("recover"), Command::Recover, Operands::Ids, {json, restore, forget}},
     };
     return forms;
 }
@@ -152,7 +157,10 @@ public:
         }
         if (form_.options.contains(tag) && !isSet(tag))
             throw error(QStringLiteral("--tag is missing."));
-        checkOperands();
+        if (form_.operands == Operands::Ids)
+            checkIds();
+        else
+            checkOperands();
     }
 
 private:
@@ -180,6 +188,17 @@ private:
             throw error(QStringLiteral("Exactly one FILE is needed, not %1.").arg(operands().size()));
         if (operands().first() == QLatin1String("-"))
             throw error(QStringLiteral("The name of the FILE can't be read from standard input here."));
+    }
+
+    void checkIds() const
+    {
+        const bool hasWayOut = isSet(restore) || isSet(forget);
+        if (hasWayOut && isSet(json) + isSet(restore) + isSet(forget) > 1)
+            throw error(QStringLiteral("Only one of --json, --restore and --forget can be given."));
+        if (hasWayOut && operands().isEmpty())
+            throw error(QStringLiteral("No ID was given."));
+        if (!hasWayOut && !operands().isEmpty())
+            throw error(QStringLiteral("With an ID, --restore or --forget is needed."));
     }
 
     /// The parser takes "-json" for four options; the user is shown what was typed.
@@ -285,7 +304,10 @@ CommandLine commandLine(const CommandForm& form, const QStringList& arguments)
     line.chapters = chapters(options);
     line.tokens = options.values(token);
     line.image = imageName(options);
-    line.files = options.operands();
+    if (options.isSet(restore) || options.isSet(forget))
+        line.wayOut = options.isSet(restore) ? CommandLine::WayOut::RestoreCopy : CommandLine::WayOut::Forget;
+    (form.operands == Operands::Ids ? line.ids : line.files) = options.operands();
+    line.ids.removeDuplicates();
     line.fileLists = options.values(filesFrom);
     return line;
 }

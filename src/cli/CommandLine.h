@@ -30,7 +30,8 @@ struct CommandLine {
         ChaptersGet,
         ChaptersSet,
         Rename,
-        Type
+        Type,
+        Recover
     };
 
     Command command = Command::Help;
@@ -39,6 +40,9 @@ struct CommandLine {
     bool json = false;
     bool convert = false;
     bool dryRun = false;
+    /// Recover: what to do with the changes whose ids follow.
+    enum class WayOut { None, RestoreCopy, Forget };
+    WayOut wayOut = WayOut::None;
     /// Type: look at the content even when the name has an extension.
     bool content = false;
     /// Set: in the order given; keys are upper case, values valid text.
@@ -52,6 +56,8 @@ struct CommandLine {
     /// The operands as given; "-" stands for the names on standard input. Exactly one, which is no "-", for ArtGet,
     /// ChaptersGet and ChaptersSet; for the others possibly none when there are fileLists.
     QStringList files;
+    /// Recover: the ids of changes, each once; none without a way out.
+    QStringList ids;
     /// The files, or "-", from which more names are read; their names come after the operands.
     QStringList fileLists;
 

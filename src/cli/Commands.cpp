@@ -5,6 +5,7 @@
 #include "cli/FileReport.h"
 #include "cli/InputFiles.h"
 #include "cli/Printable.h"
+#include "cli/RecoverCommand.h"
 #include "cli/StopSignals.h"
 #include "library/ArrayController.h"
 #include "library/BatchCommands.h"
@@ -17,12 +18,15 @@
 #include "sandbox/BookmarksManager.h"
 #include "sandbox/OpenPanelManager.h"
 #include "sandbox/PermissionManager.h"
+#include "tagengine/InterruptedChange.h"
 #include "tagengine/TaglibWrapper.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <new>
 #include <numeric>
 #include <system_error>
@@ -68,12 +72,33 @@ Commands::Commands(const CommandLine& line) : line_(line)
 
 int Commands::run()
 {
-    TaglibWrapper::recoverInterruptedChanges();
+    if (line_.command == Command::Recover) {
+        const bool isAllWell = RecoverCommand::run(line_, output_, errors_);
+        return std::max(exitStatus(), isAllWell ? 0 : 1);
+    }
+    InterruptedChanges::Search search;
     const QStringList files =
         takesOneFile() ? line_.files : InputFiles::expand(line_.files, line_.fileLists, errors_);
     StopSignals::note();
     perform(files);
-    return exitStatus();
+    const int status = exitStatus();
+    if (!isToStop())
+        tellInterruptedChanges(search);
+    return status;
+}
+
+void Commands::tellInterruptedChanges(InterruptedChanges::Search& search)
+{
+    constexpr std::chrono::milliseconds patience(200);
+    auto left = search.wait(patience).value_or(QList<InterruptedChange>());
+    const auto isInUse = [](const auto& change) { return change.reason == InterruptedChange::Reason::InUse; };
+    // The user may have been this command.
+    if (std::any_of(left.begin(), left.end(), isInUse))
+        left = InterruptedChanges::Search().wait(patience).value_or(QList<InterruptedChange>());
+    for (const auto& change : left)
+        errors_.report(change.path, QStringLiteral("an interrupted change could not be taken back: %1 (see "
+                                                   "sonvika-cli recover)")
+                                        .arg(change.reasonText()));
 }
 
 bool Commands::takesOneFile() const

@@ -11,6 +11,10 @@
 
 class ArrayController;
 
+namespace InterruptedChanges {
+class Search;
+}
+
 /// Carries out one command line. Files that fail are reported, and the others go on.
 class Commands {
 public:
@@ -23,6 +27,7 @@ public:
 private:
     bool takesOneFile() const;
     void perform(const QStringList& files);
+    void tellInterruptedChanges(InterruptedChanges::Search& search);
     void show(const QStringList& files);
     void showType(const QString& path);
     void changeRecords(const QStringList& files);

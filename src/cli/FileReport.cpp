@@ -142,6 +142,15 @@ std::optional<FileReport> FileReport::read(const QString& path)
     return report;
 }
 
+QJsonObject pathMembers(const QString& path)
+{
+    const QByteArray bytes = PathBytes::encode(path);
+    QJsonObject members{{QStringLiteral("path"), QString::fromUtf8(bytes)}};
+    if (!PathBytes::isPlain(path))
+        members.insert(QStringLiteral("path_base64"), QString::fromLatin1(bytes.toBase64()));
+    return members;
+}
+
 QJsonArray toJson(const QList<Chapter>& chapters)
 {
     QJsonArray list;
@@ -158,14 +167,11 @@ QByteArray FileReport::toJson() const
         tagTexts.insert(tag.key(), tag.value());
     for (auto tag = severalValues.begin(); tag != severalValues.end(); ++tag)
         tagTexts.insert(tag.key(), QJsonArray::fromStringList(tag.value()));
-    const QByteArray pathBytes = PathBytes::encode(path);
-    QJsonObject object{{QStringLiteral("path"), QString::fromUtf8(pathBytes)},
-                       {QStringLiteral("type"), type},
-                       {QStringLiteral("tags"), tagTexts},
-                       {QStringLiteral("art"), art ? QJsonValue(artObject(*art)) : QJsonValue()},
-                       {QStringLiteral("chapters"), chapters ? QJsonValue(::toJson(*chapters)) : QJsonValue()}};
-    if (!PathBytes::isPlain(path))
-        object.insert(QStringLiteral("path_base64"), QString::fromLatin1(pathBytes.toBase64()));
+    QJsonObject object = pathMembers(path);
+    object.insert(QStringLiteral("type"), type);
+    object.insert(QStringLiteral("tags"), tagTexts);
+    object.insert(QStringLiteral("art"), art ? QJsonValue(artObject(*art)) : QJsonValue());
+    object.insert(QStringLiteral("chapters"), chapters ? QJsonValue(::toJson(*chapters)) : QJsonValue());
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 

@@ -10,6 +10,7 @@
 #include <optional>
 
 class QJsonArray;
+class QJsonObject;
 
 /// A chapter of an MPEG file.
 struct Chapter {
@@ -48,6 +49,9 @@ struct FileReport {
     /// For people: the path and, indented, one line for each thing that there is to tell.
     QByteArray toText(bool inColour) const;
 };
+
+/// The members `path` and, for a path that is not UTF-8, `path_base64`.
+QJsonObject pathMembers(const QString& path);
 
 /// A list of objects with `title` and `start_ms`.
 QJsonArray toJson(const QList<Chapter>& chapters);

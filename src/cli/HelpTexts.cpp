@@ -27,6 +27,7 @@ Commands:
   chapters set       Replace the chapters
   rename             Name the files by their tags
   type               Tell the type of the files
+  recover            See after changes that were interrupted
   help [COMMAND]     Show this text, or that of a command
 
 Options:
@@ -239,6 +240,27 @@ Example:
   sonvika-cli type --content download
 )";
 
+constexpr auto recover = R"(Usage: sonvika-cli recover [--json]
+       sonvika-cli recover --restore ID …
+       sonvika-cli recover --forget ID …
+
+Takes back the changes of files that the end of a program or of the power
+interrupted, as every command does. What can't be taken back, as the file is not
+what the change left, is listed: its ID, a tab, the reason, a tab, and the file.
+
+Options:
+  --json      Print a JSON list of objects with id, path and reason
+  --restore   Save the file as it was before the change beside it, print the name
+              of that copy, and forget the change
+  --forget    Leave the file as it is, and forget the change
+  -h, --help  Show this text
+
+Exit status: 0 when nothing is left or all was done, 1 otherwise.
+
+Example:
+  sonvika-cli recover --restore 0-5d1c0a97e3b8f246
+)";
+
 constexpr std::array topics{
     Topic{"", program},
     Topic{"help", program},
@@ -256,6 +278,7 @@ constexpr std::array topics{
     Topic{"chapters set", chaptersSet},
     Topic{"rename", rename},
     Topic{"type", type},
+    Topic{"recover", recover},
 };
 
 } // namespace

@@ -63,6 +63,10 @@ private slots:
                  "art get | --output a --output b f | --output can be given only once.",
                  "art get | --output a f g | Exactly one FILE is needed, not 2.",
                  "art get | --output a --files-from f g | Unknown option '--files-from'.",
+                 "recover | a | With an ID, --restore or --forget is needed.",
+                 "recover | --restore | No ID was given.",
+                 "recover | --restore --json a | Only one of --json, --restore and --forget can be given.",
+                 "recover | --forget --files-from f | Unknown option '--files-from'.",
                  "chapters get | - | The name of the FILE can't be read from standard input here.",
                  "chapters set | --chapter A@B@1 f | The title of a chapter can't hold \"@\": 'A@B'."});
     }

@@ -1,3 +1,4 @@
+#include "support/CutShort.h"
 #include "support/OtherReaders.h"
 #include "support/Rows.h"
 #include "support/ScratchFolder.h"
@@ -185,6 +186,43 @@ private slots:
         QVERIFY(script.run(text));
         QCOMPARE(onOneLine(script.process.readAllStandardError()), error);
         QCOMPARE(onOneLine(script.process.readAllStandardOutput()), output);
+        QCOMPARE(script.process.exitCode(), status.toInt());
+    }
+
+    // script, after a change of h.mp3 was cut short | exit status | standard output | standard error
+    void seesAfterInterruptedChanges_data()
+    {
+        addRows({
+            "cli show h.mp3|grep Title;cmp h.mp3 before;cli recover;cli recover --json | 0 | Title Blue Window;[]",
+            "cli recover&&cmp h.mp3 before | 0",
+            "truncate -s -500 h.mp3;cli type a.mp3 | 0 | a.mp3: mp3 | h.mp3: an interrupted change could not be "
+            "taken "
+            "back: The file has been changed since (see sonvika-cli recover)",
+            "rm h.mp3;cli type gone | 1 |  | gone: No such file or directory;h.mp3: an interrupted change could not "
+            "be "
+            "taken back: The file is not there (see sonvika-cli recover)",
+            "rm h.mp3;cli recover>x;echo $?;cut -f2,3 x;cli recover --restore $(cut -f1 x) 2>&1|cut -d: -f2;cli "
+            "recover|cmp x - | 0 | 1;The file is not there>h.mp3; No such file or directory",
+            "truncate -s -500 h.mp3;cli recover --restore $(cli recover|cut -f1)&&cli recover&&cli show 'h "
+            "(restored).mp3'|grep Title | 0 | h (restored).mp3; Title Blue Window",
+            "echo>>h.mp3;cp h.mp3 x;cli recover --forget $(cli recover|cut -f1) 0-0||cli recover&&cmp h.mp3 x | 0 |  "
+            "| "
+            "0-0: No such change is left",
+            "rm h.mp3;cli recover --json|python3 -c 'import json,sys;[c]=json.load(sys.stdin);print(*sorted(c),"
+            "c[\"reason\"])' | 0 | id path reason missing",
+        });
+    }
+    void seesAfterInterruptedChanges()
+    {
+        const auto [text, status, output, error] = row<4>();
+        Script script;
+        qputenv("XDG_STATE_HOME", QFile::encodeName(script.folder.path(u"state"_qs)));
+        const auto file = cutShort(roomyCopy(script.folder, u"v24.mp3"_qs, u"h.mp3"_qs));
+        ScratchFolder::write(script.folder.path(u"before"_qs), file.before);
+        QVERIFY(script.run(text));
+        const QString place = script.folder.path({}) + u'/';
+        QCOMPARE(onOneLine(script.process.readAllStandardError()).remove(place), error);
+        QCOMPARE(onOneLine(script.process.readAllStandardOutput()).remove(place), output);
         QCOMPARE(script.process.exitCode(), status.toInt());
     }
 

@@ -30,6 +30,15 @@ public:
                                                                                           : QDir::tempPath();
     }
 
+    /// Makes all folders from now on, and the state folder, in such a place.
+    static void workInMemory()
+    {
+        const QByteArray place = QFile::encodeName(quickPlace(1 << 28));
+        qputenv("TMPDIR", place);
+        static const QTemporaryDir state;
+        qputenv("XDG_STATE_HOME", QFile::encodeName(state.path()));
+    }
+
     static void write(const QString& path, const QByteArray& bytes)
     {
         QFile file(path);

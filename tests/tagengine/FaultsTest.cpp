@@ -212,6 +212,8 @@ class FaultsTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void initTestCase() { ScratchFolder::workInMemory(); }
+
     // File, where it lies, and the number of operations that are tried on it.
     void leaveOldOrNewFile_data()
     {

@@ -294,7 +294,11 @@ class KeptTagsTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { std::cout.rdbuf(nullptr); }
+    void initTestCase()
+    {
+        std::cout.rdbuf(nullptr);
+        ScratchFolder::workInMemory();
+    }
 
     void editsChangeTheirField_data()
     {
