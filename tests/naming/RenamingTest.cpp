@@ -267,7 +267,7 @@ private slots:
             ScratchFolder::write(folder.path(u"old"_qs), "sound");
             ScratchFolder::write(folder.path(u"taken"_qs), "other");
             ended = inChildProcess([&, newName = name] {
-                FaultInjection::arm(call, {FaultInjection::Kind::Kill});
+                FaultInjection::arm(call, {FaultInjection::Kind::KillHalfway});
                 try {
                     FileMove::move(folder.path({}) + u'/', u"old"_qs, newName);
                 } catch (const std::system_error&) {

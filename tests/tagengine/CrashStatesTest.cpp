@@ -126,7 +126,7 @@ private:
 /// Qt Test.
 int main(int count, char** arguments)
 {
-    qputenv("TMPDIR", QFile::encodeName(ScratchFolder::quickPlace(1 << 28)));
+    ScratchFolder::workInMemory();
     QStringList rest;
     bool isWithoutSync = false;
     for (int i = 0; i < count; ++i) {
