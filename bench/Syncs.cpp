@@ -34,6 +34,7 @@ int Syncs::count()
     return calls;
 }
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): libc's names are reserved.
 extern "C" {
 
 int fsync(int file)
@@ -46,3 +47,4 @@ int fdatasync(int file)
     return sync(SYS_fdatasync, file);
 }
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

@@ -400,7 +400,7 @@
     </message>
     <message>
         <source>The interrupted change is forgotten; the file stays as it is</source>
-        <translation>La modification interrompue est oubliée ; le fichier reste tel quel</translation>
+        <translation>La modification interrompue est oubliée&#xa0;; le fichier reste tel quel</translation>
     </message>
     <message>
         <source>The interrupted change could not be forgotten</source>

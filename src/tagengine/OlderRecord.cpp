@@ -30,22 +30,26 @@ std::pair<OlderRecord, OlderRecord::State> OlderRecord::load(RecordSlots::Slot s
 OlderRecord::State OlderRecord::read()
 {
     const int slot = slot_.descriptor();
+    const FileIdentity identity = FileIdentity::ofDescriptor(slot);
+    const std::int64_t size = identity.size;
     quint32 length = 0;
-    std::int64_t count = PosixFile::readAt(slot, 0, reinterpret_cast<char*>(&length), lengthSize);
-    if (count != lengthSize || length > longestHeader)
-        return count < 0 ? State::Unreadable : State::NotWhole;
-    QByteArray header(static_cast<qsizetype>(length), Qt::Uninitialized);
-    count = PosixFile::readAt(slot, lengthSize, header.data(), length);
-    if (count != length || !parseHeader(header))
-        return count < 0 ? State::Unreadable : State::NotWhole;
-    oldBytesStart_ = lengthSize + length;
-    const std::int64_t contentLength = oldBytesStart_ + oldLength();
-    if (FileIdentity::ofDescriptor(slot).size != contentLength + checksumSize)
+    if (size < lengthSize)
+        return identity.isRegular ? State::NotWhole : State::Unreadable;
+    if (PosixFile::readAt(slot, 0, reinterpret_cast<char*>(&length), lengthSize) != lengthSize)
+        return State::Unreadable;
+    if (length > std::min(longestHeader, size - lengthSize))
         return State::NotWhole;
+    QByteArray header(static_cast<qsizetype>(length), Qt::Uninitialized);
+    if (PosixFile::readAt(slot, lengthSize, header.data(), length) != length)
+        return State::Unreadable;
+    oldBytesStart_ = lengthSize + length;
+    if (!parseHeader(header) || size != oldBytesStart_ + oldLength() + checksumSize)
+        return State::NotWhole;
+    const std::int64_t contentLength = size - checksumSize;
     RecordBytes::Checksum checksum;
     std::uint64_t stored = 0;
-    const auto add = [&](std::int64_t, const char* bytes, std::int64_t size) {
-        checksum.add(bytes, size);
+    const auto add = [&](std::int64_t, const char* bytes, std::int64_t count) {
+        checksum.add(bytes, count);
         return true;
     };
     if (!RecordBytes::forEachBlock(slot, 0, contentLength, add)

@@ -35,11 +35,16 @@ QByteArray folder()
     return PathBytes::encode(base + QStringLiteral("/sonvika/undo/"));
 }
 
+/// What a slot says. One that can't be read may say anything: it counts as in force.
 Head headOf(int slot)
 {
     Head head;
     const auto count = PosixFile::readAt(slot, 0, reinterpret_cast<char*>(&head), sizeof head);
-    return count == sizeof head ? head : Head();
+    if (count == sizeof head)
+        return head;
+    const FileIdentity identity = FileIdentity::ofDescriptor(slot);
+    const bool isShort = identity.isRegular && identity.size < static_cast<std::int64_t>(sizeof head);
+    return isShort ? Head() : Head{1};
 }
 
 /// The device and inode in the name of a record of the older version.

@@ -190,29 +190,32 @@ UndoRecord::State UndoRecord::read()
 {
     struct {
         Head head;
-        quint32 length;
-    } start{};
+        quint32 length = 0;
+    } start;
     const int slot = slot_.descriptor();
     const auto readAt = [&](std::int64_t offset, void* into, std::int64_t wanted) {
         return PosixFile::readAt(slot, offset, static_cast<char*>(into), static_cast<std::size_t>(wanted));
     };
-    if (const auto count = readAt(0, &start.head, headSize); count != headSize || start.head.mark != mark)
-        return count < 0 ? State::Unreadable : State::NotWhole;
-    RecordBytes::Checksum checksum;
-    const auto size = FileIdentity::ofDescriptor(slot).size;
-    if (start.head.length > static_cast<std::uint64_t>(std::max<std::int64_t>(size - headSize, 0)))
+    const FileIdentity identity = FileIdentity::ofDescriptor(slot);
+    const std::int64_t size = identity.size;
+    if (!identity.isRegular)
+        return State::Unreadable;
+    if (readAt(0, &start.head, headSize) != headSize)
+        return size < headSize ? State::NotWhole : State::Unreadable;
+    if (start.head.mark != mark || start.head.length > static_cast<std::uint64_t>(size - headSize))
         return State::NotWhole;
+    RecordBytes::Checksum checksum;
     const auto add = [&](std::int64_t, const char* bytes, std::int64_t count) {
         checksum.add(bytes, count);
         return true;
     };
     if (!RecordBytes::forEachBlock(slot, headSize, static_cast<std::int64_t>(start.head.length), add)
-        || readAt(headSize, &start.length, lengthSize) < 0)
+        || readAt(headSize, &start.length, lengthSize) != lengthSize)
         return State::Unreadable;
     if (checksum.value() != start.head.checksum || start.length > longestHeader)
         return State::NotWhole;
     QByteArray bytes(static_cast<qsizetype>(start.length), Qt::Uninitialized);
-    if (readAt(headSize + lengthSize, bytes.data(), start.length) < 0)
+    if (readAt(headSize + lengthSize, bytes.data(), start.length) != start.length)
         return State::Unreadable;
     placeBytes(start.length);
     return parseHeader(bytes) ? (placeBytes(start.length), State::Whole) : State::NotWhole;
