@@ -132,12 +132,14 @@ private slots:
         QCOMPARE(code, int(Right));
     }
 
-    // Replaced when the text does not fit, patched when it does.
-    void keepsWhatBelongsToFile_data() { addRows({"replaced", "patched"}); }
+    // Replaced when the text does not fit, patched when it does. The folder may give more to new files.
+    void keepsWhatBelongsToFile_data() { addRows({"replaced", "patched", "replaced | generous"}); }
 
     void keepsWhatBelongsToFile()
     {
-        const bool isReplaced = row()[0] == u"replaced";
+        const auto [way, folder] = row<2>();
+        const bool isReplaced = way == u"replaced";
+        const bool isGenerous = folder == u"generous";
         const QString path = roomyCopy(*scratch_, u"v24.mp3"_qs);
         const QString link = scratch_->path(u"link.mp3"_qs);
         const QByteArray name = QFile::encodeName(path);
@@ -146,7 +148,9 @@ private slots:
             "0200000001000600ffffffff020004000100000004000400ffffffff10000400ffffffff20000000ffffffff");
         if (::setxattr(name, "user.mood", "calm", 4, 0) != 0)
             QSKIP("No extended attributes here");
-        const bool hasList = ::setxattr(name, "system.posix_acl_access", list, std::size_t(list.size()), 0) == 0;
+        const QByteArray given = isGenerous ? QFile::encodeName(scratch_->path(u"."_qs)) : name;
+        const char* kind = isGenerous ? "system.posix_acl_default" : "system.posix_acl_access";
+        const bool hasList = ::setxattr(given, kind, list, std::size_t(list.size()), 0) == 0 && !isGenerous;
         const auto mode = fs::status(path.toStdString()).permissions();
         const ino_t before = inode(path);
         QVERIFY(saveTitle(link, isReplaced ? longText : longerTitle));
