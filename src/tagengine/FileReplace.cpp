@@ -14,6 +14,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <csignal>
@@ -77,6 +78,20 @@ void removeIfLeft(const fs::path& path)
         ::unlink(path.c_str());
 }
 
+/// Waits, a short while, until nobody else has the file open: who opened it under its old name may be about to write.
+/// Only asks a file of one's own, and a file system that can tell.
+void waitUntilUnused(int file)
+{
+    using namespace std::chrono_literals;
+    constexpr int longest = 100;
+    // A lease that is broken sends a signal, SIGIO unless another is named, which would end the program.
+    if (::fcntl(file, F_SETSIG, SIGURG) != 0)
+        return;
+    for (int tries = 0; tries < longest && ::fcntl(file, F_SETLEASE, F_WRLCK) != 0 && errno == EAGAIN; ++tries)
+        std::this_thread::sleep_for(1ms);
+    ::fcntl(file, F_SETLEASE, F_UNLCK);
+}
+
 enum class Placing {
     Done,
     Stale,      ///< the old file is there, changed by somebody else
@@ -126,6 +141,7 @@ public:
         if (!PosixFile::syncFolder(change.folder()))
             return giveBack(path) ? Placing::Impossible : Placing::Unsettled;
         // Both are there now: what was replaced is looked at once more before it goes.
+        waitUntilUnused(change.descriptor);
         if (!change.identity.isUnchanged(FileIdentity::ofPath(path_.c_str())))
             return giveBack(path) && PosixFile::syncFolder(change.folder()) ? Placing::Stale : Placing::Unsettled;
         ::unlink(path_.c_str());
