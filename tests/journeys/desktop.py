@@ -8,6 +8,7 @@ import threading
 import time
 
 import gi
+import mutagen
 
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, Gio, GLib  # noqa: E402
@@ -47,11 +48,12 @@ running = []
 def eventually(condition, what="", patience=PATIENCE):
     """What the condition gives as soon as that is true.
 
-    The program's tree may change while it is being read: what has gone raises errors, or has no interfaces.
+    The program's tree may change while it is being read: what has gone raises errors, or has no interfaces. So may a
+    file, which is saved in several writes.
     """
     deadline = time.monotonic() + patience
     while True:
-        with contextlib.suppress(GLib.Error, StopIteration, AttributeError):
+        with contextlib.suppress(GLib.Error, StopIteration, AttributeError, mutagen.MutagenError):
             if found := condition():
                 return found
         for program in running:
