@@ -89,15 +89,15 @@ QWidget* MessagesWindow::makeWaysOut()
     layout->setContentsMargins(0, 0, 0, 0);
     addWayOut(*row, tr("&Restore a Copy Beside It"),
               tr("Save the file as it was before the interrupted change as a new file in the same folder"),
-              &FailureLog::restoreCopy);
+              [this](int selected) { log_.restoreCopy(selected); });
     addWayOut(*row, tr("&Forget"), tr("Leave the file as it is, and forget the interrupted change"),
-              &FailureLog::forget);
+              [this](int selected) { log_.forget(selected); });
     layout->addStretch();
     return row;
 }
 
 void MessagesWindow::addWayOut(QWidget& row, const QString& text, const QString& meaning,
-                               void (FailureLog::*take)(int row))
+                               const std::function<void(int row)>& take)
 {
     auto* action = new QAction(text, this);
     auto* button = new QPushButton(text, &row);
@@ -111,7 +111,7 @@ void MessagesWindow::addWayOut(QWidget& row, const QString& text, const QString&
         // The button that was pressed may be disabled now.
         table_->setFocus();
         for (const int selected : selectedUndecided())
-            (log_.*take)(selected);
+            take(selected);
     });
 }
 

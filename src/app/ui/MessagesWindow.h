@@ -3,6 +3,8 @@
 #include <QDialog>
 #include <QList>
 
+#include <functional>
+
 class FailureLog;
 class QAction;
 class QTreeView;
@@ -18,7 +20,8 @@ public:
 private:
     void setUpTable();
     QWidget* makeWaysOut();
-    void addWayOut(QWidget& row, const QString& text, const QString& meaning, void (FailureLog::*take)(int row));
+    void addWayOut(QWidget& row, const QString& text, const QString& meaning,
+                   const std::function<void(int row)>& take);
     QWidget* makeButtons();
     void selectFirstUndecided();
     void offerWaysOut();
