@@ -40,6 +40,12 @@ private:
     unsigned int at_ = 0;
 };
 
+/// Numbers in a damaged file may be any: their sum wraps, and leads nowhere.
+std::int64_t sum(std::int64_t one, std::int64_t other)
+{
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(one) + static_cast<std::uint64_t>(other));
+}
+
 struct Place {
     std::int64_t at;
     bool isSound; ///< and lies in an atom of its own
@@ -66,7 +72,7 @@ public:
 private:
     void go(std::int64_t begin, std::int64_t end, const ByteVector& parent, int depth)
     {
-        while (begin + Mp4Atoms::headerSize <= end && depth <= deepest) {
+        while (begin <= end - Mp4Atoms::headerSize && depth <= deepest) {
             Mp4Atom atom = Mp4Atoms::read(stream_, begin, end);
             // What is missing of the sound may have been lost on the way.
             if (depth == 0 && atom.name == "mdat" && atom.length > end - begin)
@@ -130,7 +136,7 @@ private:
         const unsigned int size = table.take(1) == 0 ? 4 : 8;
         table.skip((table.take(3) & 1) != 0 ? 8 : 0);
         for (auto count = table.take(4); count > 0 && !table.atEnd(); --count)
-            add(base + table.takePlace(size));
+            add(sum(base, table.takePlace(size)));
     }
 
     /// Without a base of its own, the second track of a fragment begins where the data of the first ends: that can't lead
@@ -154,7 +160,7 @@ private:
         const auto flags = run.take(4);
         run.skip(4);
         if (base_ != nowhere && (flags & hasOffset) != 0)
-            add(base_ + static_cast<std::int32_t>(run.take(4)));
+            add(sum(base_, static_cast<std::int32_t>(run.take(4))));
     }
 
     void takeFragments(Numbers table)
@@ -175,15 +181,15 @@ private:
         constexpr std::int64_t lengthBits = 0x7fffffff;
         const unsigned int size = table.take(1) == 0 ? 4 : 8;
         table.skip(3 + 4 + 4 + size);
-        begin += table.takePlace(size);
+        begin = sum(begin, table.takePlace(size));
         table.skip(2);
         for (auto count = table.take(2); count > 0 && !table.atEnd(); --count) {
             const std::int64_t length = table.takePlace(4) & lengthBits;
             table.skip(8);
             add(begin);
             if (length > 0)
-                add(begin + length - 1);
-            begin += length;
+                add(sum(begin, length - 1));
+            begin = sum(begin, length);
         }
     }
 
@@ -200,7 +206,7 @@ private:
             const std::int64_t base = table.takePlace(sizes >> 4 & 15);
             for (auto extents = table.take(2); extents > 0 && !table.atEnd(); --extents) {
                 table.skip(indexSize);
-                const std::int64_t at = base + table.takePlace(sizes >> 12);
+                const std::int64_t at = sum(base, table.takePlace(sizes >> 12));
                 table.skip(sizes >> 8 & 15);
                 if (isInFile)
                     add(at);

@@ -242,8 +242,14 @@ private slots:
     // File, and the number of operations that are tried on it; its name alone asks for all readings.
     void meetTroubleInReading_data()
     {
-        addRows({"v24.mp3", "chapters.mp3", "ape.mp3", "tagged.m4a", "info.wav", "no-extension-m4a",
-                 "roomy v24.mp3 | 9", "faststart.m4a | 8", "padded.m4a | 4", "info.wav | 2", "long v23.mp3 | 1"});
+        addRows({
+#ifdef __SANITIZE_ADDRESS__
+            "v24.mp3", "tagged.m4a", "info.wav | 1"
+#else
+            "v24.mp3", "chapters.mp3", "ape.mp3", "tagged.m4a", "info.wav", "no-extension-m4a", "roomy v24.mp3 | 9",
+            "faststart.m4a | 8", "padded.m4a | 4", "info.wav | 2", "long v23.mp3 | 1"
+#endif
+        });
     }
 
     void meetTroubleInReading()
